@@ -1,0 +1,46 @@
+# Compile settings of every target, and the two ways a target comes about: a library for each folder of
+# src/, a test binary for each folder of tests/.
+
+add_library(velmora_options INTERFACE)
+target_compile_options(velmora_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_include_directories(velmora_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(VELMORA_SANITIZE)
+  target_compile_options(velmora_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                   -fno-omit-frame-pointer)
+  target_link_options(velmora_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(VELMORA_COVERAGE)
+  target_compile_options(velmora_options INTERFACE --coverage)
+  target_link_options(velmora_options INTERFACE --coverage)
+endif()
+
+# velmora_library(<folder> [<library it may use>...])
+function(velmora_library folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(velmora_${folder} STATIC ${sources})
+    set(scope PUBLIC)
+  else()
+    add_library(velmora_${folder} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_link_libraries(velmora_${folder} ${scope} velmora_options)
+  foreach(dependency IN LISTS ARGN)
+    target_link_libraries(velmora_${folder} ${scope} ${dependency})
+  endforeach()
+endfunction()
+
+# velmora_tests(<folder> [<library>...]): all *.cpp of the folder become the binary test_<folder>.
+function(velmora_tests folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${folder} ${sources})
+  target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(test_${folder} PRIVATE VELMORA_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+                                                    VELMORA_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  target_link_libraries(test_${folder} PRIVATE velmora_options ${ARGN} GTest::gtest GTest::gmock
+                                               GTest::gtest_main)
+  gtest_discover_tests(test_${folder} PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+endfunction()
