@@ -1,0 +1,8 @@
+#include "foundation/Counters.h"
+
+namespace TKL {
+
+std::int32_t iceIterationCount = 0;
+std::int32_t mrcIterationCount = 0;
+
+}  // namespace TKL
