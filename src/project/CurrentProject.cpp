@@ -1,0 +1,7 @@
+#include "project/CurrentProject.h"
+
+namespace VELMORA {
+
+VelProject* currentProject = nullptr;
+
+}  // namespace VELMORA
