@@ -1,0 +1,29 @@
+#pragma once
+
+namespace TKL {
+
+/// Largest exponent of the power functions below; it keeps `pow` out of overflow when a wild iterate reaches
+/// a material function.
+inline constexpr double MAX_EXPONENT = 50;
+
+// Mathematical functions that fail in a reportable way instead of giving a NaN that surfaces far away. A
+// not-a-number argument passes through.
+
+/// Natural logarithm. @throws Exception "Negative or zero value in log function, x = %1"
+double f_log(double x);
+
+/// Decimal logarithm. @throws Exception "Negative or zero value in log function, x = %1"
+double f_log10(double x);
+
+/// 10^x. @throws Exception "Exponent too large in power function, exponent = %1" above MAX_EXPONENT
+double f_pow10(double x);
+
+/// base^exponent.
+/// @throws Exception "Negative base in power function, base = %1",
+///                   "Exponent too large in power function, exponent = %1" above MAX_EXPONENT
+double f_pow(double base, double exponent);
+
+/// base^exponent, same limits; the texts end with a point.
+double f_pow(double base, int exponent);
+
+}  // namespace TKL
