@@ -65,11 +65,12 @@ class UnitList : public ptr_list<UnitData> {
   void convert_special(const Unit& source, const Unit& target, double& value) const;
 
  private:
+  friend class UnitVector;
+
   const UnitData& addUnit(const std::string& name, std::uint32_t baseId, double factor, int operation);
-  void checkNewName(const std::string& name) const;
   void readGroup(std::string_view group);
-  double toBase(const UnitData& source, double value) const;
-  double fromBase(const UnitData& target, double value) const;
+  double specialConversion(const Unit& source, const Unit& target, double value, const char* rootMessage,
+                           const char* functionId) const;
 
   std::uint32_t nextIndex_ = 0;
   std::unordered_map<std::string, const UnitData*> byName_;
