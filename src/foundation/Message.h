@@ -29,7 +29,8 @@ class MessageHandler {
   virtual ~MessageHandler();
 
   /// Writes a message. `functionId` may be null. A message is meant for a reader whose verbosity is at least
-  /// `verbosityLevel`; -1 is always. Errors and debug messages have no level test.
+  /// `verbosityLevel`; -1 is always. What exceeds both verbosities is dropped, debug messages excepted; below
+  /// that, errors go everywhere, and level 0 goes to the console only.
   virtual void msg(const std::string& text, int type, const char* functionId, int verbosityLevel);
 
   /// Opens the log file; an open one is closed first. An empty path opens nothing and is no failure.

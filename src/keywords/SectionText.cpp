@@ -11,22 +11,26 @@
 namespace VELMORA {
 
 SectionText::SectionText(std::string_view text, int firstNumber) {
-  std::size_t begin = 0;
-  while (begin < text.size()) {
-    const std::size_t end = std::min(text.find('\n', begin), text.size());
-    lines_.push_back({TKL::trim_copy(std::string(text.substr(begin, end - begin))), firstNumber++});
-    begin = end + 1;
+  std::size_t position = 0;
+  int number = firstNumber;
+  while (position < text.size()) {
+    const std::size_t end = std::min(text.find('\n', position), text.size());
+    append({TKL::trim_copy(text.substr(position, end - position)), number});
+    position = end + 1;
+    ++number;
   }
 }
 
 KeywordLine splitKeywordLine(const TextLine& line, const char* functionId) {
   KeywordLine result;
   result.line = &line;
-  if (!TKL::extract_keyword(line.text, result.keyword, result.value))
+  if (!TKL::extract_keyword(line.text, result.keyword, result.value)) {
     throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(line.text), functionId);
-  if (result.value.empty())
+  }
+  if (result.value.empty()) {
     throw TKL::Exception(TKL::FormatString("Missing value for keyword '%1'!").arg(result.keyword),
                          functionId);
+  }
   return result;
 }
 
@@ -34,8 +38,10 @@ void forEachLine(const SectionText& text, const std::function<void(const TextLin
   for (const TextLine& line : text) {
     try {
       read(line);
-    } catch (TKL::Exception& error) {
-      if (error.inputLine() == 0) error.setInputLine(line.number);
+    } catch (TKL::Exception& exception) {
+      if (exception.inputLine() == 0) {
+        exception.setInputLine(line.number);
+      }
       throw;
     }
   }
@@ -47,14 +53,14 @@ void forEachKeywordLine(const SectionText& text, const char* functionId,
 }
 
 void warnUnknownKeyword(const KeywordLine& line, const char* functionId) {
-  constexpr int VERBOSITY = 3;
-  UnknownKeywords& record = unknownKeywords();
-  if (record.count++ == 0) {
-    record.firstKeyword = line.keyword;
-    record.firstLine = line.line == nullptr ? 0 : line.line->number;
+  UnknownKeywords& unknown = unknownKeywords();
+  if (unknown.count == 0) {
+    unknown.firstKeyword = line.keyword;
+    unknown.firstLine = line.line != nullptr ? line.line->number : 0;
   }
+  ++unknown.count;
   TKL::message(TKL::FormatString("Invalid or deprecated keyword '%1' in this section!").arg(line.keyword),
-               TKL::MSG_WARNING, functionId, VERBOSITY);
+               TKL::MSG_WARNING, functionId, 3);
 }
 
 bool isYes(const std::string& value) {
@@ -62,17 +68,16 @@ bool isYes(const std::string& value) {
 }
 
 void readParameter(const KeywordLine& line, TKL::Parameter& parameter, const char* functionId) {
-  const std::string text = TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
-                               .arg(line.value)
-                               .arg(line.keyword)
-                               .str();
-  bool valid = false;
+  const TKL::FormatString failure =
+      TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword);
   try {
-    valid = parameter.set(line.keyword, line.value);
-  } catch (const TKL::Exception& error) {
-    throw TKL::Exception(error, text, functionId);
+    if (parameter.set(line.keyword, line.value)) {
+      return;
+    }
+  } catch (const TKL::Exception& cause) {
+    throw TKL::Exception(cause, failure, functionId);
   }
-  if (!valid) throw TKL::Exception(text, functionId);
+  throw TKL::Exception(failure, functionId);
 }
 
 }  // namespace VELMORA
