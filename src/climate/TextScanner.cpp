@@ -1,0 +1,76 @@
+#include "climate/TextScanner.h"
+
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+
+#include "foundation/NumberScanner.h"
+
+namespace VELMORA {
+
+namespace {
+
+void skipBlanks(std::string_view& text) {
+  const std::size_t first = text.find_first_not_of(TKL::WHITE_SPACE);
+  text.remove_prefix(first == std::string_view::npos ? text.size() : first);
+}
+
+}  // namespace
+
+LineScanner::LineScanner(std::string_view text) : rest_(text) {
+  constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+  if (rest_.starts_with(BYTE_ORDER_MARK)) rest_.remove_prefix(BYTE_ORDER_MARK.size());
+}
+
+bool LineScanner::next() {
+  if (rest_.empty()) return false;
+  const std::size_t end = rest_.find('\n');
+  line_ = rest_.substr(0, end);
+  rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+  if (line_.ends_with('\r')) line_.remove_suffix(1);
+  ++number_;
+  return true;
+}
+
+std::string_view trimmed(std::string_view text) {
+  skipBlanks(text);
+  const std::size_t last = text.find_last_not_of(TKL::WHITE_SPACE);
+  return last == std::string_view::npos ? text : text.substr(0, last + 1);
+}
+
+bool takeInteger(std::string_view& text, int& value) {
+  skipBlanks(text);
+  const bool plus = text.starts_with('+');
+  if (plus) text.remove_prefix(1);
+  if (plus && text.starts_with('-')) return false;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc()) return false;
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return true;
+}
+
+bool takeNumber(std::string_view& text, double& value) {
+  skipBlanks(text);
+  return TKL::scanNumber(text, value);
+}
+
+std::string quoted(std::string_view line) {
+  constexpr std::size_t MAX_LENGTH = 200;
+  if (line.size() <= MAX_LENGTH) return std::string(line);
+  return std::string(line.substr(0, MAX_LENGTH)) + "...";
+}
+
+bool readWholeFile(const TKL::Path& path, std::string& content) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path.str(), error)) return false;
+  const auto size = std::filesystem::file_size(path.str(), error);
+  if (error) return false;
+  std::ifstream file(path.str(), std::ios::binary);
+  if (!file) return false;
+  content.resize(size);
+  file.read(content.data(), static_cast<std::streamsize>(size));
+  content.resize(static_cast<std::size_t>(file.gcount()));
+  return !file.bad();
+}
+
+}  // namespace VELMORA
