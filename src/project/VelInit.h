@@ -52,7 +52,7 @@ class VelInit {
 
  private:
   bool readSwitch(const KeywordLine& line);
-  bool readValue(const KeywordLine& line);
+  bool readValue(const KeywordLine& line, const char* functionId);
   void readDeprecated(const KeywordLine& line);
   void readBalanceEquations(const std::string& value);
 };
