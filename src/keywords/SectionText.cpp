@@ -6,6 +6,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/QuotedText.h"
 #include "keywords/UnknownKeywords.h"
 
 namespace VELMORA {
@@ -25,10 +26,11 @@ KeywordLine splitKeywordLine(const TextLine& line, const char* functionId) {
   KeywordLine result;
   result.line = &line;
   if (!TKL::extract_keyword(line.text, result.keyword, result.value)) {
-    throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(line.text), functionId);
+    throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(quotedText(line.text)),
+                         functionId);
   }
   if (result.value.empty()) {
-    throw TKL::Exception(TKL::FormatString("Missing value for keyword '%1'!").arg(result.keyword),
+    throw TKL::Exception(TKL::FormatString("Missing value for keyword '%1'!").arg(quotedText(result.keyword)),
                          functionId);
   }
   return result;
@@ -53,14 +55,10 @@ void forEachKeywordLine(const SectionText& text, const char* functionId,
 }
 
 void warnUnknownKeyword(const KeywordLine& line, const char* functionId) {
-  UnknownKeywords& unknown = unknownKeywords();
-  if (unknown.count == 0) {
-    unknown.firstKeyword = line.keyword;
-    unknown.firstLine = line.line != nullptr ? line.line->number : 0;
-  }
-  ++unknown.count;
-  TKL::message(TKL::FormatString("Invalid or deprecated keyword '%1' in this section!").arg(line.keyword),
-               TKL::MSG_WARNING, functionId, 3);
+  noteUnknownKeyword(line.keyword, line.line != nullptr ? line.line->number : 0);
+  TKL::message(
+      TKL::FormatString("Invalid or deprecated keyword '%1' in this section!").arg(quotedText(line.keyword)),
+      TKL::MSG_WARNING, functionId, 3);
 }
 
 bool isYes(const std::string& value) {
@@ -68,8 +66,9 @@ bool isYes(const std::string& value) {
 }
 
 void readParameter(const KeywordLine& line, TKL::Parameter& parameter, const char* functionId) {
-  const TKL::FormatString failure =
-      TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword);
+  const TKL::FormatString failure = TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                                        .arg(quotedText(line.value))
+                                        .arg(quotedText(line.keyword));
   try {
     if (parameter.set(line.keyword, line.value)) {
       return;

@@ -15,4 +15,7 @@ struct UnknownKeywords {
 /// The record that `warnUnknownKeyword` adds to. Reset it by assigning `UnknownKeywords{}`.
 UnknownKeywords& unknownKeywords();
 
+/// Adds a keyword to the record; `line` is its line number, 0 where it is not known.
+void noteUnknownKeyword(const std::string& keyword, int line);
+
 }  // namespace VELMORA

@@ -51,6 +51,7 @@ class PathPlaceholders {
   static TKL::Path userDataDirectory();
 
  private:
+  void readLine(const TextLine& line, const TKL::Path& installDir, const TKL::Path& projectDir);
   void setDefault(data_directories_t index, const TKL::Path& path);
 
   PlaceholderMap placeholders_;
