@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -25,6 +26,18 @@ class IndexMatrix {
   /// Does nothing outside the grid.
   void set(int i, int j, int number) {
     if (contains(i, j)) numbers_[position(i, j)] = number;
+  }
+
+  /// Calls `visit(i, j, number)` for every used cell of a rectangle with inclusive limits, row by row from
+  /// the top.
+  template <class Visit>
+  void forEachUsedCell(int left, int top, int right, int bottom, Visit visit) const {
+    for (int j = std::max(top, 0); j <= std::min(bottom, rows_ - 1); ++j) {
+      for (int i = std::max(left, 0); i <= std::min(right, columns_ - 1); ++i) {
+        const int number = numbers_[position(i, j)];
+        if (number >= 0) visit(i, j, number);
+      }
+    }
   }
 
  private:

@@ -35,8 +35,11 @@ class VelOutputFile {
   /// Collects the elements (format of type `FIELD`), or the sides of the chosen locations, of all
   /// rectangles that are assigned under the name of this file. Needs `format`.
   /// @throws TKL::Exception "Error while assigning outputs!"
-  void assignRanges(std::vector<Element>& elements, const IndexMatrix& indexMatrix,
+  void assignRanges(std::vector<Element>& allElements, const IndexMatrix& indexMatrix,
                     const VelAssignments& assignments);
+  /// The same with the output assignments of this file's name picked out already.
+  void assignRanges(std::vector<Element>& allElements, const IndexMatrix& indexMatrix,
+                    const std::vector<const VelSelection*>& selections);
 };
 
 }  // namespace VELMORA

@@ -46,6 +46,8 @@ class VelSelection {
   /// list, or a line that is no keyword line
   void read(const SectionText& text);
 
+  bool isOutput() const { return kind == A_FIELDOUTPUT || kind == A_FLUXOUTPUT; }
+
   /// True for a material assignment that cuts its rectangle out of the construction.
   bool isVoid() const { return kind == A_MATERIAL && name == "VOID"; }
 };
