@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include "foundation/Path.h"
@@ -18,6 +19,7 @@
 namespace VELMORA {
 
 struct CalculationData;
+class ProjectText;
 
 /// The root of the data model: one object for each section of the project file. A project is read once and
 /// lives for a whole run; the calculation data point into its materials.
@@ -82,6 +84,14 @@ class VelProject {
   TKL::Path resolvedInputPath(const TKL::Path& path) const {
     return VELMORA::resolvedInputPath(path, m_placeholders.placeholderMap());
   }
+
+ private:
+  /// Finds the directories and the full name of the project file; false for an empty path.
+  bool locate(const TKL::Path& projectFile);
+  void readSections(const ProjectText& text);
+  void readSection(projectParts_t part, const SectionText& text);
+  void readExternalMaterials(std::map<std::string, std::string>& newNames);
+  void reportInputLine(int line, const ProjectText& text) const;
 };
 
 }  // namespace VELMORA
