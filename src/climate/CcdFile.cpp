@@ -3,6 +3,7 @@
 #include "climate/ClimateFile.h"
 #include "climate/TextScanner.h"
 #include "foundation/NumberScanner.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -11,12 +12,13 @@ namespace {
 constexpr char COMMENT_SIGN = '#';
 
 std::string lineText(const LineScanner& lines, std::string_view shownLine) {
-  return "line #" + std::to_string(lines.number()) + ", line data was '" + quoted(shownLine) + "'!";
+  return "line #" + std::to_string(lines.number()) + ", line data was '" +
+         quotedText(std::string(shownLine)) + "'!";
 }
 
 std::string lineBeforeText(const LineScanner& lines, std::string_view shownLine) {
   return "Time point in line #" + std::to_string(lines.number()) +
-         " lies before the previous time point, line data was '" + quoted(shownLine) + "'!";
+         " lies before the previous time point, line data was '" + quotedText(std::string(shownLine)) + "'!";
 }
 
 /// Text behind the comment sign, without the blank that follows a sign in the first column.

@@ -6,6 +6,7 @@
 #include "climate/ClimateFile.h"
 #include "climate/TextScanner.h"
 #include "foundation/NumberScanner.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -134,7 +135,7 @@ bool parse_CLI(std::string_view content, const TKL::Path& path, std::vector<doub
 
   const std::optional<double> factor = timeFactor(format);
   if (!factor) {
-    errorText = std::string(FUNC_ID) + "  Time format '" + quoted(format) + "' not supported (yet)!";
+    errorText = std::string(FUNC_ID) + "  Time format '" + quotedText(format) + "' not supported (yet)!";
     return false;
   }
   parseData(content, *factor, times, values);

@@ -54,12 +54,6 @@ bool takeNumber(std::string_view& text, double& value) {
   return TKL::scanNumber(text, value);
 }
 
-std::string quoted(std::string_view line) {
-  constexpr std::size_t MAX_LENGTH = 200;
-  if (line.size() <= MAX_LENGTH) return std::string(line);
-  return std::string(line.substr(0, MAX_LENGTH)) + "...";
-}
-
 bool readWholeFile(const TKL::Path& path, std::string& content) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(path.str(), error)) return false;

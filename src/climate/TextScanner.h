@@ -36,9 +36,6 @@ bool takeInteger(std::string_view& text, int& value);
 /// @return false if there is none or it is too large
 bool takeNumber(std::string_view& text, double& value);
 
-/// The line for a message; of a very long one the beginning.
-std::string quoted(std::string_view line);
-
 /// Reads a whole file. @return false if the path is no file that can be read
 bool readWholeFile(const TKL::Path& path, std::string& content);
 
