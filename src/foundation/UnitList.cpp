@@ -198,30 +198,33 @@ const UnitData& UnitList::retrieve(std::uint32_t index) const {
 }
 
 void UnitList::relate_units(const Unit& source, const Unit& target, double& factor, int& operation) const {
+  relate(retrieve(source.id()), retrieve(target.id()), factor, operation);
+}
+
+void UnitList::relate(const UnitData& source, const UnitData& target, double& factor, int& operation) {
   const char* const FUNC_ID = "[UnitList::relate_units]";
-  const UnitData& from = retrieve(source.id());
-  const UnitData& to = retrieve(target.id());
   factor = 1.0;
   operation = UnitData::OP_NONE;
-  if (from.id == to.id) {
+  if (source.id == target.id) {
     return;
   }
-  if (from.base_id != to.base_id) {
-    throw Exception("Can't relate unit [" + from.name + "] to [" + to.name + "]!", FUNC_ID);
+  if (source.base_id != target.base_id) {
+    throw Exception("Can't relate unit [" + source.name + "] to [" + target.name + "]!", FUNC_ID);
   }
-  if (from.operation == UnitData::OP_SPECIAL || to.operation == UnitData::OP_SPECIAL) {
+  if (source.operation == UnitData::OP_SPECIAL || target.operation == UnitData::OP_SPECIAL) {
     operation = UnitData::OP_SPECIAL;
-  } else if (isOffset(from)) {
-    factor = relateOffset(from, to, FUNC_ID);
+  } else if (isOffset(source)) {
+    factor = relateOffset(source, target, FUNC_ID);
     operation = UnitData::OP_ADD;
-  } else if (isFactor(from)) {
-    factor = relateFactor(from, to, FUNC_ID);
+  } else if (isFactor(source)) {
+    factor = relateFactor(source, target, FUNC_ID);
     operation = UnitData::OP_MULTIPLY;
-  } else if (isOffset(to)) {
-    factor = to.operation == UnitData::OP_ADD ? to.factor : -to.factor;
+  } else if (isOffset(target)) {
+    factor = target.operation == UnitData::OP_ADD ? target.factor : -target.factor;
     operation = UnitData::OP_ADD;
-  } else if (isFactor(to)) {
-    factor = to.operation == UnitData::OP_MULTIPLY ? to.factor : inverse(to.factor, from, to, FUNC_ID);
+  } else if (isFactor(target)) {
+    factor = target.operation == UnitData::OP_MULTIPLY ? target.factor
+                                                       : inverse(target.factor, source, target, FUNC_ID);
     operation = UnitData::OP_MULTIPLY;
   }
 }

@@ -57,6 +57,9 @@ class UnitList : public ptr_list<UnitData> {
   /// @throws Exception "Can't relate unit [..] to [..]!" for different base units
   void relate_units(const Unit& source, const Unit& target, double& factor, int& operation) const;
 
+  /// As above, for two entries.
+  static void relate(const UnitData& source, const UnitData& target, double& factor, int& operation);
+
   /// Converts `value` in place; it is left as it was when an exception is thrown.
   void convert(const Unit& source, const Unit& target, double& value) const;
 
@@ -66,6 +69,7 @@ class UnitList : public ptr_list<UnitData> {
 
  private:
   friend class UnitVector;
+  using ptr_list<UnitData>::add;
 
   const UnitData& addUnit(const std::string& name, std::uint32_t baseId, double factor, int operation);
   void readGroup(std::string_view group);
