@@ -146,6 +146,18 @@ TEST(LinearSpline, value_doesNotAllocate) {
   EXPECT_EQ(allocations, before);
 }
 
+// A walk along the table would need 10^12 steps here.
+TEST(LinearSpline, value_isFoundByHalving) {
+  LinearSpline spline;
+  for (int i = 0; i < 1000000; ++i) {
+    spline.x.push_back(i);
+    spline.y.push_back(-i);
+  }
+  for (int i = 0; i < 1000000; ++i) {
+    ASSERT_EQ(spline.value(i), -i);
+  }
+}
+
 TEST(LinearSpline, allocationCounter_countsAllocations) {
   const std::size_t before = allocations;
   EXPECT_FALSE(std::vector<double>(100, 1.0).empty());
