@@ -71,7 +71,6 @@ class MaterialBase {
   std::array<TKL::Parameter, NUM_PT> paraTransport;   ///< by `ParaTransport`, base units
   std::array<TKL::Parameter, NUM_PM> paraMechanical;  ///< by `ParaMechanical`, base units
 
-  static bool isSet(const TKL::Parameter& parameter) { return !parameter.name.empty(); }
   bool hasFlag(MaterialIdentification::Flags flag) const { return identification.hasFlag(flag); }
   bool isAir() const { return hasFlag(MaterialIdentification::F_AIR); }
   bool isAirTight() const { return hasFlag(MaterialIdentification::F_AIR_TIGHT); }
@@ -90,8 +89,11 @@ class MaterialBase {
   /// Effective saturation THETA_EFF [m3/m3], 0 if not set.
   double thetaEff() const { return paraStorage[PS_THETA_EFF].value; }
 
-  /// Tests that a parameter that a model needs is set and lies in [1e-20, largest double]; `keyword` is its
-  /// name. Warns "Parameter %1 missing for %2." with the name of the model if not.
+  /// True for a parameter that is set and lies in [1e-20, largest double].
+  static bool isUsable(const TKL::Parameter& parameter);
+
+  /// Tests that a parameter that a model needs is usable; `keyword` is its name. Warns "Parameter %1 missing
+  /// for %2." with the name of the model if not.
   static bool checkParameter(const TKL::Parameter& parameter, const std::string& keyword,
                              const char* modelName, const char* functionId);
 

@@ -77,7 +77,13 @@ class MaterialFunctionBase {
   static void readBinaryFunctions(std::istream& in, std::span<TKL::LinearSpline> functions);
 
   static bool anyFunction(std::span<const TKL::LinearSpline> functions);
+  /// The lines of a text that are not blank.
   static std::vector<std::string> splitLines(const std::string& text);
+
+ private:
+  void readFunction(const std::string& name, const std::string& xText, const std::string& yText,
+                    const Grammar& grammar);
+  void storeModelData(const std::vector<std::string>& block);
 };
 
 }  // namespace MM

@@ -130,7 +130,7 @@ class MaterialIdentification {
   void setColour(const std::string& keyword, const std::string& value);
   std::string& plainText(Ident index);
   void readLinePreV6(const std::string& line);
-  bool setTextPreV6(const std::string& keyword, const std::string& value);
+  void setValuePreV6(const std::string& keyword, const std::string& value);
 };
 
 }  // namespace MM

@@ -28,6 +28,7 @@ class ModelDataContainer {
   void write(std::ostream& out, int indent) const;
 
  private:
+  void readFunction(const std::string& name, const std::string& xText, const std::string& yText);
   void readParameter(const std::string& keyword, const std::string& value);
 };
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "foundation/ScalarFunction.h"
+#include "material/ModelDataContainer.h"
 
 namespace MM {
 
@@ -33,6 +34,10 @@ class MrcGAUSS final : public TKL::ScalarFunction {
   double scale = 1.0;  ///< [m3/m3] effective saturation
   MrcGAUSS_dpC density;
   double tolerance = 1e-7;  ///< of the integral, relative
+
+  /// Takes the lists GAUSS_Wi, GAUSS_Si and GAUSS_Ri of a model.
+  /// @throws TKL::Exception "Mismatching or missing GAUSS model parameters.", and what the density throws
+  void setData(double thetaEff, const ModelDataContainer& model);
 
   double operator()(double logpC) const override;
 
