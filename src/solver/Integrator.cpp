@@ -1,0 +1,164 @@
+#include "solver/Integrator.h"
+
+#include <nvector/nvector_serial.h>
+#include <sunlinsol/sunlinsol_band.h>
+#include <sunmatrix/sunmatrix_band.h>
+
+#include <string>
+#include <utility>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "foundation/Message.h"
+
+namespace VELMORA_SOLVER {
+
+namespace {
+
+/// Settings are constants or checked before; a refusal is an error of this program, reported as such.
+void check(int flag, const char* call) {
+  const char* const FUNC_ID = "[Integrator::configure]";
+  if (flag != CV_SUCCESS)
+    throw TKL::Exception(TKL::FormatString("%1 failed with code %2.").arg(call).arg(flag), FUNC_ID);
+}
+
+}  // namespace
+
+Integrator::~Integrator() {
+  clear();
+}
+
+void Integrator::clear() {
+  CVodeFree(&cvode_);
+  if (linearSolver_ != nullptr) SUNLinSolFree(std::exchange(linearSolver_, nullptr));
+  if (matrix_ != nullptr) SUNMatDestroy(std::exchange(matrix_, nullptr));
+  for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &absTol_, &errorWeights_, &localErrors_})
+    if (*vector != nullptr) N_VDestroy(std::exchange(*vector, nullptr));
+  if (context_ != nullptr) SUNContext_Free(&context_);
+  system_ = nullptr;
+  pending_ = nullptr;
+}
+
+bool Integrator::createVectors(std::size_t size) {
+  clear();
+  if (SUNContext_Create(nullptr, &context_) != 0) return false;
+  for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &absTol_, &errorWeights_, &localErrors_}) {
+    *vector = N_VNew_Serial(static_cast<sunindextype>(size), context_);
+    if (*vector == nullptr) return false;
+    N_VConst(0.0, *vector);
+  }
+  return true;
+}
+
+int Integrator::initialise(OdeSystem& system, double t, double relativeTolerance) {
+  system_ = &system;
+  cvode_ = CVodeCreate(CV_BDF, context_);
+  if (cvode_ == nullptr) return CV_MEM_FAIL;
+  int flag = CVodeInit(cvode_, &Integrator::rhsFunction, t, y_);
+  if (flag == CV_SUCCESS) flag = CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
+  return flag;
+}
+
+int Integrator::attachBandSolver(long mu) {
+  const sunindextype size = NV_LENGTH_S(y_);
+  if (mu >= size) return -3;
+  matrix_ = SUNBandMatrix(size, mu, mu, context_);
+  if (matrix_ == nullptr) return -4;
+  linearSolver_ = SUNLinSol_Band(y_, matrix_, context_);
+  if (linearSolver_ == nullptr) return -4;
+  return CVodeSetLinearSolver(cvode_, linearSolver_, matrix_);
+}
+
+void Integrator::configure(const IntegratorSettings& settings) {
+  check(CVodeSetErrHandlerFn(cvode_, &Integrator::errorHandler, this), "CVodeSetErrHandlerFn");
+  check(CVodeSetUserData(cvode_, this), "CVodeSetUserData");
+  check(CVodeSetMaxOrd(cvode_, settings.maxOrder), "CVodeSetMaxOrd");
+  check(CVodeSetMaxNumSteps(cvode_, settings.maxSteps), "CVodeSetMaxNumSteps");
+  check(CVodeSetInitStep(cvode_, settings.initialStep), "CVodeSetInitStep");
+  check(CVodeSetMaxStep(cvode_, settings.maxStep), "CVodeSetMaxStep");
+  check(CVodeSetMinStep(cvode_, settings.minStep), "CVodeSetMinStep");
+  check(CVodeSetStabLimDet(cvode_, settings.stabilityLimitDetection ? SUNTRUE : SUNFALSE),
+        "CVodeSetStabLimDet");
+  if (settings.nonlinearConvergenceCoefficient > 0.0)
+    check(CVodeSetNonlinConvCoef(cvode_, settings.nonlinearConvergenceCoefficient), "CVodeSetNonlinConvCoef");
+}
+
+int Integrator::reinitialise(double t, double relativeTolerance) {
+  int flag = CVodeReInit(cvode_, t, y_);
+  if (flag == CV_SUCCESS) flag = CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
+  return flag;
+}
+
+int Integrator::step(double tOut, double& t) {
+  const int flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
+  if (pending_) std::rethrow_exception(std::exchange(pending_, nullptr));
+  return flag;
+}
+
+int Integrator::interpolate(double t) {
+  return CVodeGetDky(cvode_, t, 0, yInterpolated_);
+}
+
+std::span<const double> Integrator::errorWeights() {
+  CVodeGetErrWeights(cvode_, errorWeights_);
+  return values(errorWeights_);
+}
+
+std::span<const double> Integrator::localErrors() {
+  CVodeGetEstLocalErrors(cvode_, localErrors_);
+  return values(localErrors_);
+}
+
+double Integrator::lastStepSize() const {
+  realtype h = 0.0;
+  CVodeGetLastStep(cvode_, &h);
+  return h;
+}
+
+long Integrator::numberOfSteps() const {
+  long steps = 0;
+  CVodeGetNumSteps(cvode_, &steps);
+  return steps;
+}
+
+IntegratorStatistics Integrator::statistics() const {
+  IntegratorStatistics s;
+  CVodeGetNumSteps(cvode_, &s.steps);
+  CVodeGetNumRhsEvals(cvode_, &s.rhsEvaluations);
+  CVodeGetNumJacEvals(cvode_, &s.jacobianEvaluations);
+  CVodeGetNonlinSolvStats(cvode_, &s.nonlinearIterations, &s.nonlinearFailures);
+  CVodeGetNumErrTestFails(cvode_, &s.errorTestFailures);
+  CVodeGetCurrentOrder(cvode_, &s.order);
+  CVodeGetCurrentTime(cvode_, &s.time);
+  CVodeGetCurrentStep(cvode_, &s.stepSize);
+  return s;
+}
+
+int Integrator::rhsFunction(realtype t, N_Vector y, N_Vector ydot, void* data) noexcept {
+  auto& self = *static_cast<Integrator*>(data);
+  try {
+    return self.system_->calculate(t, NV_DATA_S(y), NV_DATA_S(ydot));
+  } catch (...) {
+    self.pending_ = std::current_exception();
+    return -1;
+  }
+}
+
+void Integrator::errorHandler(int code, const char* /*module*/, const char* /*function*/, char* text,
+                              void* data) noexcept {
+  const char* const FUNC_ID = "[CVODE]";
+  // After an exception the integrator only reports that the system gave up; the exception says why.
+  if (static_cast<Integrator*>(data)->pending_) return;
+  try {
+    if (code < 0) TKL::message(text, TKL::MSG_ERROR, FUNC_ID, -1);
+    if (code > 0) TKL::message(std::string(text) + "\n", TKL::MSG_WARNING, FUNC_ID, -1);
+  } catch (...) {
+    static_cast<Integrator*>(data)->pending_ = std::current_exception();
+  }
+}
+
+std::span<double> Integrator::values(N_Vector vector) {
+  return {NV_DATA_S(vector), static_cast<std::size_t>(NV_LENGTH_S(vector))};
+}
+
+}  // namespace VELMORA_SOLVER

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <iosfwd>
+#include <span>
+#include <vector>
+
+#include "foundation/Path.h"
+
+namespace VELMORA_SOLVER {
+
+/// A state from which a stopped calculation continues. Numbers per element, in element order.
+struct RestartState {
+  double t = 0.0;          ///< time of the state [s]
+  std::vector<double> U;   ///< internal energy density [J/m3]
+  std::vector<double> mw;  ///< moisture mass density [kg/m3]
+};
+
+/// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup". A new state is
+/// written to a third name, forced to disk and then renamed, so that at every instant one of the two names
+/// holds a complete state.
+class RestartFile {
+ public:
+  explicit RestartFile(const TKL::Path& resultsDirectory);
+
+  /// Writes a state and moves the last one to the backup.
+  /// @throws TKL::Exception that names the path, when the disk does not take it
+  void write(const RestartState& state) const;
+
+  /// Reads the state of `nElements` elements.
+  /// @throws TKL::Exception "Restart file missing!", "Error reading time point from restart file!" or "Error
+  /// reading restart file!", each behind the function id
+  RestartState read(std::size_t nElements) const;
+
+ private:
+  TKL::Path file_;
+  TKL::Path backup_;
+  TKL::Path unfinished_;
+};
+
+}  // namespace VELMORA_SOLVER

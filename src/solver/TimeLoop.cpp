@@ -1,0 +1,212 @@
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "foundation/Message.h"
+#include "material/Material.h"
+#include "solver/RestartFile.h"
+#include "solver/VelmoraCvodeSolver.h"
+
+namespace VELMORA_SOLVER {
+
+namespace {
+
+const char* const STEP_ID = "[VelmoraCvodeSolver::runStep]";
+constexpr double TIMED_FEEDBACK = 15.0;  // [s] of real time
+
+[[noreturn]] void fail(const std::string& text) {
+  throw TKL::Exception(text, STEP_ID);
+}
+
+}  // namespace
+
+void VelmoraCvodeSolver::run() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::run]  ";
+  try {
+    if (!initialized) throw TKL::Exception("Solver not initialized!", FUNC_ID);
+    initStep();
+    runStep(tEnd_, false);
+    outputs_->close();
+  } catch (const std::exception& ex) {
+    TKL::message(ex.what(), TKL::MSG_ERROR, FUNC_ID, -1);
+    throw TKL::Exception("Simulation stopped!", FUNC_ID);
+  }
+}
+
+void VelmoraCvodeSolver::initStep() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::initStep]";
+  if (!initialized) throw TKL::Exception("Solver not initialized!", FUNC_ID);
+  feedback.start();
+  rhs_->calculateFluxesAndSources(t, integrator_.state().data());
+  if (!flags_.restart) writeOutput(t);
+  stopwatch.start();
+}
+
+void VelmoraCvodeSolver::runStep(double tStop, bool restart) {
+  if (!initialized) fail("Solver not initialized!");
+  const auto y = integrator_.state();
+  const auto saved = integrator_.saved();
+  if (restart) {
+    t = tSaved_;
+    std::copy(saved.begin(), saved.end(), y.begin());
+    const int flag = integrator_.reinitialise(t, tolerance_.relTol);
+    if (flag != 0)
+      throw TKL::Exception(
+          TKL::FormatString("Error during re-initialization of CVODE solver, error code = %1.").arg(flag),
+          STEP_ID);
+  } else {
+    std::copy(y.begin(), y.end(), saved.begin());
+    tSaved_ = t;
+  }
+  try {
+    tEnd_ = tStop >= 0.0 ? tStop : init_.duration.value;
+    tStart_ = t;
+    tolerance_.startAt(t);
+    nextOutputTime_ = outputs_->schedule().advance(t, tEnd_);
+    feedback.nextRealTime = stopwatch.difference() / 1000.0 + TIMED_FEEDBACK;
+    while (tEnd_ > t) step();
+  } catch (const std::exception& ex) {
+    TKL::message(ex.what(), TKL::MSG_ERROR, STEP_ID, -1);
+    TKL::message(
+        TKL::FormatString("Simulation aborted before reaching next output time : %1 s").arg(nextOutputTime_),
+        TKL::MSG_ERROR, STEP_ID, -1);
+    fail("Solver aborted!");
+  }
+}
+
+void VelmoraCvodeSolver::step() {
+  const int flag = integrator_.step(tEnd_, t);
+  const double h = integrator_.lastStepSize();
+  if (abortRequested) throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
+  timedFeedback();
+  if (flag < 0) {
+    handleFailedStep(flag);
+    return;
+  }
+  const auto& settings = init_.solverSettings.cvodeSettings;
+  if (settings.useMonitorsFile && settings.useOneStepMonitors)
+    monitors_.write(integrator_.statistics(), tolerance_.relTol);
+  accumulateStepFluxes(h);
+  // A re-initialisation forgets the last step, which the outputs inside it need: it waits for a step
+  // without outputs.
+  if (tolerance_.toleranceLevel > 0 && t < nextOutputTime_) adjustTolerances(false);
+  while (t >= nextOutputTime_) {
+    writeDueOutputs();
+    if (nextOutputTime_ >= tEnd_) break;
+    nextOutputTime_ = outputs_->schedule().advance(nextOutputTime_, tEnd_);
+  }
+}
+
+void VelmoraCvodeSolver::timedFeedback() {
+  if (stopwatch.difference() / 1000.0 <= feedback.nextRealTime) return;
+  feedback.nextRealTime += TIMED_FEEDBACK;
+  if (flags_.verbosity != 0)
+    writeFeedback(t, " *");
+  else
+    TKL::message("", TKL::MSG_STANDARD, STEP_ID, -1);
+}
+
+void VelmoraCvodeSolver::handleFailedStep(int flag) {
+  if (flag == CV_ILL_INPUT) fail("CVODE Error: Wrong input...");
+  reportLargestErrors();
+  if (!init_.solverSettings.cvodeSettings.useAutoRecover)
+    fail(
+        "Convergence error, giving up (auto-recover is disabled)! Maybe the tolerances are set too low or "
+        "the "
+        "minimum time step limit is too large?");
+  adjustTolerances(true);
+}
+
+void VelmoraCvodeSolver::adjustTolerances(bool increase) {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::adjustTolerances]";
+  if (increase)
+    tolerance_.loosen(t);
+  else if (!tolerance_.tighten(integrator_.numberOfSteps()))
+    return;
+  if (integrator_.reinitialise(t, tolerance_.relTol) != 0)
+    throw TKL::Exception("Re-initialization failed!", FUNC_ID);
+}
+
+/// Names the places where a step has failed: the largest estimated errors in units of the tolerance.
+void VelmoraCvodeSolver::reportLargestErrors() {
+  constexpr std::size_t SHOWN = 3;
+  const auto weights = integrator_.errorWeights();
+  const auto errors = integrator_.localErrors();
+  std::vector<std::size_t> order(errors.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto size = [&](std::size_t i) { return std::fabs(weights[i] * errors[i]); };
+  const auto shown = order.begin() + static_cast<std::ptrdiff_t>(std::min(SHOWN, order.size()));
+  std::partial_sort(order.begin(), shown, order.end(),
+                    [&](std::size_t a, std::size_t b) { return size(a) > size(b); });
+  for (auto i = order.begin(); i != shown && size(*i) > 0.0; ++i) {
+    const VELMORA::Element& element = data_.elements[*i];
+    TKL::message(TKL::FormatString("Estimated error %1 times the tolerance: energy balance of element %2 at "
+                                   "x = %3 m, y = %4 m, material '%5'\n")
+                     .arg(size(*i))
+                     .arg(element.number)
+                     .arg(element.x)
+                     .arg(element.y)
+                     .arg(element.material->name()),
+                 TKL::MSG_WARNING, STEP_ID, 1);
+  }
+}
+
+void VelmoraCvodeSolver::accumulateStepFluxes(double h) {
+  if (!stepwiseOutputs) return;
+  const auto add = [h](RecordArray& sums, const RecordArray& flows) {
+    const auto from = flows.values();
+    const auto to = sums.values();
+    for (std::size_t i = 0; i < from.size(); ++i) to[i] += h * from[i];
+  };
+  add(stepSums_.heatFlux, rhs_->records.heatFlux);
+  add(stepSums_.moistureFlux, rhs_->records.moistureFlux);
+  add(stepSums_.vocFlux, rhs_->records.vocFlux);
+  add(stepSums_.additionalFlux, rhs_->records.additionalFlux);
+}
+
+void VelmoraCvodeSolver::writeDueOutputs() {
+  const int flag = integrator_.interpolate(nextOutputTime_);
+  if (flag == CV_BAD_T) fail("m_nextOutputTime out of range while interpolating outputs");
+  if (flag != 0) fail("Couldn't interpolate output values.");
+  rhs_->calculateFluxesAndSources(nextOutputTime_, integrator_.interpolated().data());
+  const auto& settings = init_.solverSettings.cvodeSettings;
+  if (outputsEnabled) {
+    writeOutput(nextOutputTime_);
+    if (settings.useMonitorsFile && !settings.useOneStepMonitors)
+      monitors_.write(integrator_.statistics(), tolerance_.relTol);
+  }
+  writeRestartFile();
+  writeFeedback(nextOutputTime_, "");
+}
+
+void VelmoraCvodeSolver::writeFeedback(double time, const std::string& suffix) {
+  if (abortRequested) throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedback]");
+  feedback.write(time, suffix, stopwatch);
+}
+
+void VelmoraCvodeSolver::writeOutput(double time) {
+  const auto view = [](const RecordArray& records) {
+    return VELMORA::RecordView{records.values(), records.nSlots()};
+  };
+  VELMORA::OutputSource source;
+  source.time = time;
+  source.T = rhs_->state.T;
+  source.U = rhs_->state.U;
+  source.heatSource = view(rhs_->records.heatSource);
+  source.heatFlux = view(rhs_->records.heatFlux);
+  source.heatFluxSum = view(stepSums_.heatFlux);
+  outputs_->writeOutput(source);
+}
+
+void VelmoraCvodeSolver::writeRestartFile() {
+  RestartState restart;
+  restart.t = t;
+  const auto y = integrator_.state();
+  restart.U.assign(y.begin(), y.end());
+  restart.mw = rhs_->state.mw;
+  RestartFile(resultsDirectory).write(restart);
+}
+
+}  // namespace VELMORA_SOLVER

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/Path.h"
+#include "foundation/StopWatch.h"
+#include "output/OutputWriter.h"
+#include "project/CalculationData.h"
+#include "project/SolverFlags.h"
+#include "project/VelDisc.h"
+#include "project/VelInit.h"
+#include "solver/BalanceEquations.h"
+#include "solver/Feedback.h"
+#include "solver/FluxRecords.h"
+#include "solver/Integrator.h"
+#include "solver/MonitorFile.h"
+#include "solver/RightHandSide.h"
+#include "solver/ToleranceAdaption.h"
+
+namespace VELMORA {
+class VelProject;
+}
+
+namespace VELMORA_SOLVER {
+
+/// Turns a project into a running integration: `init` once, then `run` once.
+///
+/// The integrator takes its own steps; an output time inside a step is served by interpolating the state, so
+/// outputs have no influence on the steps. A convergence failure loosens the tolerances instead of ending
+/// the run, see ToleranceAdaption.
+class VelmoraCvodeSolver {
+ public:
+  VelmoraCvodeSolver() { clear(); }
+
+  /// Builds the calculation of a project that has been read. The project must outlive the solver.
+  /// @return whether the solver is ready; if not, the reasons have gone out as messages
+  bool init(VELMORA::VelProject& project);
+
+  /// Integrates to the end of the simulated time and writes all outputs.
+  /// @throws TKL::Exception "Simulation stopped!" after the reasons have gone out as messages
+  void run();
+
+  /// Prepares the states, the start outputs and the timers at the start of the run.
+  /// @throws TKL::Exception "Solver not initialized!"
+  void initStep();
+
+  /// Integrates to `tStop` [s], or to the end of the simulation if that is negative. With `restart` the
+  /// state at the start of the last call comes back first.
+  /// @throws TKL::Exception "Solver aborted!" after the reasons have gone out as messages
+  void runStep(double tStop, bool restart);
+
+  /// Frees all that `init` has built.
+  void clear();
+
+  TKL::StopWatch stopwatch;
+  Feedback feedback;
+  bool outputsEnabled = true;    ///< `runStep` writes outputs
+  bool initialized = false;      ///< `init` has succeeded
+  bool abortRequested = false;   ///< tested after each step
+  bool stepwiseOutputs = false;  ///< some output needs data from every step
+  TKL::Path resultsDirectory;
+
+  double t = 0.0;  ///< time reached by the integrator [s]
+
+  /// What the solver runs on and what it has found last; valid after `init`.
+  const VELMORA::CalculationData& data() const { return data_; }
+  const SolverState& state() const { return rhs_->state; }
+  const FluxRecords& records() const { return rhs_->records; }
+  IntegratorStatistics statistics() const { return integrator_.statistics(); }
+
+ private:
+  // initialisation, VelmoraCvodeSolverInit.cpp
+  void initialise(VELMORA::VelProject& project);
+  void reportFreeDiskSpace() const;
+  void checkMaterials() const;
+  bool initOutputs(VELMORA::VelProject& project);
+  void initTimeFrame();
+  void initSolutionVector();
+  void initTolerances();
+  void setInitialFields();
+  void setRestartFields();
+  bool initIntegrator();
+  void configureIntegrator();
+  void initOutputTimes();
+
+  // time loop, TimeLoop.cpp
+  void step();
+  void timedFeedback();
+  void handleFailedStep(int flag);
+  void writeDueOutputs();
+  void adjustTolerances(bool increase);
+  void accumulateStepFluxes(double h);
+  void reportLargestErrors();
+  void writeOutput(double time);
+  void writeFeedback(double time, const std::string& suffix);
+  void writeRestartFile();
+
+  VELMORA::CalculationData data_;
+  VELMORA::VelInit init_;
+  VELMORA::VelDisc disc_;
+  VELMORA::SolverFlags flags_;
+  TKL::Path projectPath_;
+  TKL::Parameter defaultTemperature_;
+  BalanceEquations equations_;
+  std::unique_ptr<RightHandSide> rhs_;
+  std::unique_ptr<VELMORA::OutputWriter> outputs_;
+  Integrator integrator_;
+  ToleranceAdaption tolerance_;
+  MonitorFile monitors_;
+  FluxRecords stepSums_;  ///< flows integrated over the steps [J], [kg]
+
+  double tSaved_ = 0.0;
+  double tStart_ = 0.0;
+  double tEnd_ = 0.0;
+  double startTimeOffset_ = 0.0;
+  double nextOutputTime_ = 0.0;
+};
+
+}  // namespace VELMORA_SOLVER

@@ -1,0 +1,260 @@
+#include <sys/statvfs.h>
+
+#include <cstdint>
+#include <exception>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "foundation/Message.h"
+#include "material/Material.h"
+#include "project/VelProject.h"
+#include "solver/InitialConditions.h"
+#include "solver/RestartFile.h"
+#include "solver/VelmoraCvodeSolver.h"
+
+namespace VELMORA_SOLVER {
+
+using VELMORA::Element;
+using VELMORA::VelInit;
+using VELMORA::VelProject;
+using VELMORA::VelSolverCVODESettings;
+
+namespace {
+
+const char* const INIT_ID = "[VelmoraCvodeSolver::init]";
+
+void progress(const std::string& text) {
+  TKL::message(text, TKL::MSG_STANDARD, INIT_ID, 1);
+}
+void error(const std::string& text) {
+  TKL::message(text, TKL::MSG_ERROR, INIT_ID, -1);
+}
+
+/// An output that has failed, after its messages have gone out: `init` only says no.
+struct InitRefused {};
+
+}  // namespace
+
+void VelmoraCvodeSolver::clear() {
+  integrator_.clear();
+  monitors_.close();
+  outputs_.reset();
+  rhs_.reset();
+  data_ = VELMORA::CalculationData();
+  feedback = Feedback();
+  feedback.clear();
+  outputsEnabled = true;
+  initialized = false;
+  abortRequested = false;
+  stepwiseOutputs = false;
+  stopwatch.start();
+}
+
+bool VelmoraCvodeSolver::init(VelProject& project) {
+  const TKL::MessageIndentor indentor;
+  try {
+    initialise(project);
+    initialized = true;
+    return true;
+  } catch (const InitRefused&) {
+    return false;
+  } catch (const TKL::Exception& ex) {
+    ex.writeMsgStackToError();
+  } catch (const std::exception& ex) {
+    error(ex.what());
+  }
+  error("Error during initialization of solver!");
+  return false;
+}
+
+void VelmoraCvodeSolver::initialise(VelProject& project) {
+  clear();
+  projectPath_ = project.m_projectFile;
+  init_ = project.m_init;
+  disc_ = project.m_disc;
+  flags_ = project.m_solverFlags;
+  defaultTemperature_ = project.m_conditions.defaultTemperature;
+  progress("Setting up project\n");
+  reportFreeDiskSpace();
+  project.setup_calculation(data_);
+  resultsDirectory = data_.outputDir;
+  for (auto& climate : data_.climateConds)
+    climate.prepareCalculation(project.m_placeholders.placeholderMap());
+
+  if (!initOutputs(project)) throw InitRefused();
+  initTimeFrame();
+  initSolutionVector();
+  checkMaterials();
+  rhs_ = std::make_unique<RightHandSide>(data_, equations_, startTimeOffset_);
+  initTolerances();
+  progress("Setting initial conditions\n");
+  if (flags_.restart) {
+    setRestartFields();
+    feedback.feedbackStart = t;
+  } else {
+    setInitialFields();
+  }
+  if (!initIntegrator()) throw InitRefused();
+  initOutputTimes();
+}
+
+void VelmoraCvodeSolver::reportFreeDiskSpace() const {
+  // 32-bit arithmetic, so the figure wraps on very large disks; it is only reported.
+  std::uint32_t megabytes = 0;
+  struct statvfs disk {};
+  if (::statvfs(projectPath_.str().c_str(), &disk) == 0)
+    megabytes =
+        static_cast<std::uint32_t>(disk.f_frsize) / 1024U * static_cast<std::uint32_t>(disk.f_bavail) / 1024U;
+  progress(TKL::FormatString("Free disk space: %1 MB\n").arg(megabytes).str());
+}
+
+/// Heat cannot be stored without density and heat capacity, nor conducted without conductivity.
+void VelmoraCvodeSolver::checkMaterials() const {
+  using MM::Material;
+  if (!equations_.has(BE_ENERGY)) return;
+  const auto require = [](double value, const char* keyword, const Material& material) {
+    if (!(value > 0.0))
+      throw TKL::Exception(
+          TKL::FormatString("Parameter %1 missing for %2.").arg(keyword).arg(material.name()), INIT_ID);
+  };
+  for (const Material* material : data_.materials) {
+    require(material->paraStorage[Material::PS_RHO].value, "RHO", *material);
+    require(material->paraStorage[Material::PS_CE].value, "CE", *material);
+    require(material->paraTransport[Material::PT_LAMBDA].value, "LAMBDA", *material);
+  }
+}
+
+/// Opens the output files. They exist from here on, even if a later step of the set-up fails.
+bool VelmoraCvodeSolver::initOutputs(VelProject& project) {
+  const auto& settings = project.m_outputs;
+  const VELMORA::ReferenceState reference{settings.maxHygRelHum.value, settings.expRefTemper.value,
+                                          settings.expRefRelHum.value};
+  try {
+    outputs_ = std::make_unique<VELMORA::OutputWriter>(VELMORA::outputConstruction(project, data_),
+                                                       data_.outputFiles, data_.outputGrids, reference);
+    outputs_->initOutputFiles(flags_.restart);
+    return true;
+  } catch (const std::exception& ex) {
+    error(ex.what());
+    error("Error creating output files!");
+    return false;
+  }
+}
+
+void VelmoraCvodeSolver::initTimeFrame() {
+  progress("Setting up simulation time frame\n");
+  t = 0.0;
+  tStart_ = 0.0;
+  tEnd_ = init_.duration.value;
+  startTimeOffset_ = static_cast<double>(init_.startTime);
+  feedback.verbosity = flags_.verbosity;
+  feedback.disableHeaders = flags_.disableHeaders;
+  feedback.projectFileName = projectPath_.filename();
+  feedback.startTimeOffset = startTimeOffset_;
+  feedback.feedbackStart = 0.0;
+  feedback.tEndTotal = tEnd_;
+}
+
+void VelmoraCvodeSolver::initSolutionVector() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::initSolutionVector]";
+  if (init_.balanceEquations.none())
+    throw TKL::Exception("At least one balance equation has to be specified!", FUNC_ID);
+  equations_ = BalanceEquations::fromSelection(init_.balanceEquations);
+  TKL::message(
+      TKL::FormatString("Number of balance equations per element: %1\n").arg(equations_.nEquationsPerElement),
+      TKL::MSG_STANDARD, INIT_ID, 2);
+  const auto perElement = static_cast<std::size_t>(equations_.nEquationsPerElement);
+  if (perElement > 0 && !integrator_.createVectors(data_.elements.size() * perElement))
+    throw TKL::Exception("Y memory allocation error!", FUNC_ID);
+  if (!equations_.isValid())
+    throw TKL::Exception("This combination of balance equations is invalid or not supported in this solver!",
+                         FUNC_ID);
+  if (init_.balanceEquations[VelInit::B_ICE])
+    throw TKL::Exception(
+        "Freeze-thaw counting (BALANCE_EQUATIONS with ICE) is not available in this version.", FUNC_ID);
+}
+
+void VelmoraCvodeSolver::initTolerances() {
+  for (double& tolerance : integrator_.absoluteTolerances())
+    tolerance = init_.solverSettings.cvodeSettings.absTolEnergy;
+}
+
+void VelmoraCvodeSolver::setInitialFields() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::setInitialFields]";
+  const auto y = integrator_.state();
+  for (const Element& element : data_.elements) {
+    if (element.material == nullptr)
+      throw TKL::Exception(
+          TKL::FormatString("No material assigned to element [%1,%2]!").arg(element.i).arg(element.j),
+          FUNC_ID);
+    const auto e = static_cast<std::size_t>(element.number);
+    y[e] = rhs_->state.rhoCDry[e] * initialTemperature(element, defaultTemperature_);
+  }
+}
+
+void VelmoraCvodeSolver::setRestartFields() {
+  const RestartState restart = RestartFile(resultsDirectory).read(data_.elements.size());
+  t = restart.t;
+  tStart_ = t;
+  std::copy(restart.U.begin(), restart.U.end(), integrator_.state().begin());
+  rhs_->state.mw = restart.mw;
+}
+
+bool VelmoraCvodeSolver::initIntegrator() {
+  progress("Initializing CVODE integrator\n");
+  tolerance_ = ToleranceAdaption();
+  tolerance_.relTol = init_.solverSettings.cvodeSettings.relTol;
+  if (integrator_.initialise(*rhs_, t, tolerance_.relTol) != 0) {
+    error("CVodeMalloc init error!");
+    return false;
+  }
+  const long halfBand = static_cast<long>(data_.bandWidth + 1) * equations_.nEquationsPerElement - 1;
+  switch (integrator_.attachBandSolver(halfBand)) {
+    case 0:
+      break;
+    case -4:
+      error("CVBand memory initialization error (problem too large?)");
+      return false;
+    case -3:
+      error("CVBand init error (wrong input?)");
+      return false;
+    default:
+      error("CVBand init error");
+      return false;
+  }
+  if (init_.solverSettings.cvodeSettings.useMonitorsFile)
+    monitors_.open(projectPath_, flags_.restart, equations_.has(BE_AIR));
+  configureIntegrator();
+  return true;
+}
+
+void VelmoraCvodeSolver::configureIntegrator() {
+  const VelSolverCVODESettings& project = init_.solverSettings.cvodeSettings;
+  IntegratorSettings settings;
+  settings.maxOrder = project.maxOrder;
+  settings.maxSteps = project.maxSteps;
+  settings.initialStep = project.para[VelSolverCVODESettings::P_INITIAL_DT].value;
+  settings.maxStep = project.para[VelSolverCVODESettings::P_MAX_DT].value;
+  settings.minStep = project.para[VelSolverCVODESettings::P_MIN_DT].value;
+  // A loose error test would leave the Newton iteration too coarse: it is tightened in proportion.
+  const double factor = tolerance_.relTol / 1e-5 * (init_.useGravity ? 10.0 : 1.0);
+  if (factor > 1.0) {
+    settings.nonlinearConvergenceCoefficient = 0.1 / factor;
+    progress(TKL::FormatString("Setting Nonlinear convergence coefficient to %1\n")
+                 .arg(settings.nonlinearConvergenceCoefficient)
+                 .str());
+  }
+  integrator_.configure(settings);
+}
+
+void VelmoraCvodeSolver::initOutputTimes() {
+  stepwiseOutputs = outputs_->needsEveryStep();
+  const std::size_t nSides = data_.sides.size();
+  stepSums_.heatFlux = RecordArray(nSides, VELMORA::NUM_HF);
+  stepSums_.moistureFlux = RecordArray(nSides, VELMORA::NUM_MF);
+  stepSums_.vocFlux = RecordArray(nSides, VELMORA::NUM_VF);
+  stepSums_.additionalFlux = RecordArray(nSides, VELMORA::NUM_AF);
+  outputs_->schedule().start(init_.duration.value, t);
+}
+
+}  // namespace VELMORA_SOLVER

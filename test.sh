@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the solver and passes all tests: layout, release build, and the same tests
+# under AddressSanitizer and UndefinedBehaviorSanitizer.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cd "$root"
+jobs=$(nproc)
+
+tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libgtest-dev libgmock-dev clang-format-14 \
+  python3 python3-matplotlib
+
+echo "== Layout"
+git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' |
+  xargs -0 -r clang-format-14 --dry-run --Werror
+
+for preset in release asan-ubsan; do
+  echo "== Build and test: $preset"
+  [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  ninja -C "build/$preset" --quiet
+  ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
+    tee "build/$preset/ctest.txt" | tail -n 25
+done
