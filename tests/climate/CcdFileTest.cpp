@@ -162,10 +162,14 @@ TEST(ReadCcd, notANumber_isAnError) {
 }
 
 TEST(ReadCcd, colonsAreBlanksAnywhere) {
-  const ClimateSeries s = parseCcd(HEADER + "1:2 3:4 :5:\n");
+  const ClimateSeries s = parseCcd(HEADER + "1:2 3:4 :5\n");
   EXPECT_TRUE(s.ok) << s.errorText;
   EXPECT_EQ(s.times, Doubles{86400 + 2 * 3600 + 3 * 60 + 4});
   EXPECT_EQ(s.values, Doubles{5});
+}
+
+TEST(ReadCcd, colonBehindTheValue_isAnError) {
+  EXPECT_FALSE(parseCcd(HEADER + "1 00:00:00 5:\n").ok);
 }
 
 TEST(ReadCcd, signs_areRead) {
