@@ -5,7 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/Parameter.h"
 #include "grid/Element.h"
 
 namespace VELMORA {
@@ -28,13 +27,12 @@ class HeatPipe {
     const double* heatFlow = nullptr;         ///< [W] given off beside the exchange
   };
 
-  /// Takes the parameters of a condition over and puts the running values to their start.
-  /// @param para the parameters in the order of `VelBoundaryCond::para_t`
-  void prepare(std::span<const TKL::Parameter> para);
+  /// Puts the running values to their start.
+  void reset();
 
   /// Collects the elements at outer sides that carry `condition`, with their shares of the area of all these
   /// sides. Sides between two elements are left out: no boundary flux runs through them.
-  void collectShares(const std::vector<Element>& elements, const VelBoundaryCond& condition);
+  void collectShares(const std::vector<Element>& elements, const VelBoundaryCond* condition);
 
   /// Sets the running values for the current temperatures [K] of all elements. Switches the mass flow with
   /// hysteresis by the mean temperature around the pipe. Does nothing for a pipe without elements.

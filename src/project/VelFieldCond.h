@@ -162,6 +162,7 @@ class VelFieldCond {
   void readType(const SectionText& text);
   void readLeakageBlock(const SectionText& text);
   void readKeyword(const KeywordLine& line);
+  void checkWaterSource() const;
   void checkRemoteWater() const;
   void checkPhaseChange() const;
   void checkEmission() const;
