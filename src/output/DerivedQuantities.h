@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "grid/Element.h"
+#include "grid/Side.h"
 #include "output/OutputSource.h"
 
 namespace VELMORA {
