@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <iostream>
@@ -24,7 +25,8 @@ class MessageHandlerTest : public testing::Test {
 
   static Path logPath() {
     const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    return Path(testing::TempDir()) / ("MessageHandlerTest_" + name + ".log");
+    return Path(testing::TempDir()) /
+           ("MessageHandlerTest_" + name + "_" + std::to_string(getpid()) + ".log");
   }
   static std::string log() {
     std::ifstream stream(logPath().str());
