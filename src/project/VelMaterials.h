@@ -70,8 +70,8 @@ class VelMaterials {
     bool substituted = false;
   };
 
-  static bool resolve(const MaterialDescription& entry, const TKL::Path& path,
-                      const PlaceholderMap& placeholders, Resolved& resolved);
+  /// The file to be read for a path; false, after a warning, if there is none.
+  static bool resolve(const TKL::Path& path, const PlaceholderMap& placeholders, Resolved& resolved);
   static void readEntry(MaterialDescription& entry, const TKL::Path& path, const Resolved& resolved,
                         std::map<std::string, std::string>& newNames, const FileReader& readFile);
 };

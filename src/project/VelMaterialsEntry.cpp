@@ -1,0 +1,103 @@
+#include <algorithm>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "foundation/StringUtilities.h"
+#include "material/KeywordList.h"
+#include "project/VelMaterials.h"
+
+namespace VELMORA {
+
+namespace {
+
+constexpr const char* SECTIONS = "Material::Sections";
+constexpr const char* SECTIONS_PRE_V6 = "Material::SectionsPreV6";
+
+std::string titleOf(const TextLine& line) {
+  return TKL::trim_copy(TKL::section_title(line.text));
+}
+
+bool isTitle(const TextLine& line) {
+  const std::string title = titleOf(line);
+  return MM::KeywordList::KeywordExists(SECTIONS, title) ||
+         MM::KeywordList::KeywordExists(SECTIONS_PRE_V6, title);
+}
+
+/// The first title that only one generation of the material format has tells the generation.
+bool isPreV6(const std::vector<TextLine>& lines) {
+  for (const TextLine& line : lines) {
+    const std::string title = titleOf(line);
+    const bool current = MM::KeywordList::KeywordExists(SECTIONS, title);
+    const bool older = MM::KeywordList::KeywordExists(SECTIONS_PRE_V6, title);
+    if (current != older) return older;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string MaterialDescription::idName() const {
+  if (!name.empty()) return name;
+  const std::string english = material.name();
+  if (!english.empty() || !filename.isValid()) return english;
+  return filename.filenameWithoutExtension();
+}
+
+bool MaterialDescription::matchesFileName(const std::string& reference) const {
+  return filename.isValid() &&
+         (filename.filename() == reference || filename.filenameWithoutExtension() == reference);
+}
+
+void MaterialDescription::read(const SectionText& text) {
+  const char* const FUNC_ID = "[MaterialDescription::read]";
+  *this = MaterialDescription();
+  std::vector<TextLine> parameters;
+  std::vector<TextLine> sections;
+  for (const TextLine& line : text) {
+    if (!sections.empty() || isTitle(line))
+      sections.push_back(line);
+    else
+      readOwnLine(line, parameters);
+  }
+  if (!parameters.empty() || !sections.empty()) readEmbedded(parameters, sections);
+  if (!hasData && !filename.isValid())
+    throw TKL::Exception("A material needs a file name or data of its own.", FUNC_ID);
+}
+
+void MaterialDescription::readOwnLine(const TextLine& line, std::vector<TextLine>& parameters) {
+  const char* const FUNC_ID = "[MaterialDescription::read]";
+  if (line.text.find('=') == std::string::npos) {
+    filename = TKL::Path(line.text);
+    return;
+  }
+  const KeywordLine pair = splitKeywordLine(line, FUNC_ID);
+  if (pair.keyword == "NAME")
+    name = pair.value;
+  else if (pair.keyword == "FILENAME" || pair.keyword == "FILE")
+    filename = TKL::Path(pair.value);
+  else
+    parameters.push_back(line);
+}
+
+void MaterialDescription::readEmbedded(const std::vector<TextLine>& parameters,
+                                       const std::vector<TextLine>& sections) {
+  const bool preV6 = isPreV6(sections);
+  std::vector<std::string> lines;
+  if (!name.empty()) {
+    lines.emplace_back("[IDENTIFICATION]");
+    lines.push_back("NAME = " + (preV6 ? name : "en:" + name));
+  }
+  if (!parameters.empty()) {
+    // In the older generation a section GENERAL makes the reader ignore PARAMETER.
+    const bool hasGeneral = preV6 && std::any_of(sections.begin(), sections.end(), [](const TextLine& line) {
+                              return titleOf(line) == "GENERAL";
+                            });
+    lines.emplace_back(!preV6 ? "[STORAGE_BASE_PARAMETERS]" : hasGeneral ? "[GENERAL]" : "[PARAMETER]");
+    for (const TextLine& line : parameters) lines.push_back(line.text);
+  }
+  for (const TextLine& line : sections) lines.push_back(line.text);
+  material.readASCII(lines, preV6);
+  hasData = true;
+}
+
+}  // namespace VELMORA
