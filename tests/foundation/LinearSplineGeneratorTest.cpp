@@ -140,6 +140,21 @@ TEST(LinearSplineGenerator, twoIntervals_areNotThinned) {
   EXPECT_EQ(spline.size(), 3U);
 }
 
+TEST(LinearSplineGenerator, threeIntervals_areThinned) {
+  LinearSpline spline = tableOf({0.0, 1.0, 2.0, 3.0}, {0.0, 1.0, 2.0, 3.0});
+  LinearSplineGenerator::generate(spline, Function([](double x) { return x; }), 0.0, 3.0, 1e-6, 0.0, 100,
+                                  true);
+  EXPECT_EQ(spline.x, (Values{0.0, 2.0, 3.0}));
+}
+
+TEST(LinearSplineGenerator, thinningTakesItsBoundFromTheChord) {
+  // the dent is 0.8 deep: within half of the chord's 2, not within half of its own 1.2
+  LinearSpline spline = tableOf({0, 1, 2, 3}, {2, 1.2, 2, 2});
+  const Function dent([](double x) { return x < 2.0 ? 1.2 + 0.8 * std::fabs(x - 1.0) : 2.0; });
+  LinearSplineGenerator::generate(spline, dent, 0.0, 3.0, 0.0, 0.5, 100, true);
+  EXPECT_EQ(spline.x, (Values{0, 2, 3}));
+}
+
 TEST(LinearSplineGenerator, refinementAndThinningThatUndoEachOther_end) {
   // 2 at whole numbers, 1.2 between: the middle is refined (0.8 > 0.5 * 1.2) and then lies within the
   // tolerance of its chord (0.8 < 0.5 * 2)

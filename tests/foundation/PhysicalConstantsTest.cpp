@@ -68,6 +68,10 @@ TEST(CapillaryPressure, isKelvinsLaw) {
   EXPECT_DOUBLE_EQ(pCFromRH(0.8, 293.15), std::log(0.8) * 1000.0 * 461.89 * 293.15);
 }
 
+TEST(CapillaryPressure, aboveTheDriestHumidity_isKelvinsLaw) {
+  EXPECT_DOUBLE_EQ(pCFromRH(5e-10, 293.15), std::log(5e-10) * 1000.0 * 461.89 * 293.15);
+}
+
 TEST(CapillaryPressure, belowTheDriestHumidity_isConstant) {
   const double driest = 1000.0 * 461.89 * std::log(1e-10) * 300.0;
   EXPECT_NEAR(pCFromRH(0.0, 300.0), driest, 1e-11 * std::fabs(driest));
