@@ -10,6 +10,8 @@ namespace VELMORA {
 namespace {
 
 constexpr char COMMENT_SIGN = '#';
+/// Counts as a blank in a data line, wherever it stands.
+constexpr char COLON = ':';
 
 std::string lineText(const LineScanner& lines, std::string_view shownLine) {
   return "line #" + std::to_string(lines.number()) + ", line data was '" +
@@ -51,12 +53,12 @@ bool parseHeader(LineScanner& lines, std::string& typeName, std::string& unitNam
   return false;
 }
 
-/// Takes the integers day, hour, minute and second. Each colon counts as a blank, wherever it stands.
+/// Takes the integers day, hour, minute and second.
 bool takeTime(std::string_view& text, double& time) {
   constexpr std::int64_t HOURS_PER_DAY = 24, MINUTES_PER_HOUR = 60, SECONDS_PER_MINUTE = 60;
   int day = 0, hour = 0, minute = 0, second = 0;
-  if (!takeInteger(text, day) || !takeInteger(text, hour) || !takeInteger(text, minute) ||
-      !takeInteger(text, second))
+  if (!takeInteger(text, day, COLON) || !takeInteger(text, hour, COLON) ||
+      !takeInteger(text, minute, COLON) || !takeInteger(text, second, COLON))
     return false;
   const std::int64_t hours = day * HOURS_PER_DAY + hour;
   time = static_cast<double>((hours * MINUTES_PER_HOUR + minute) * SECONDS_PER_MINUTE + second);
@@ -78,18 +80,14 @@ bool parse_CCD(std::string_view content, std::vector<double>& times, std::vector
   LineScanner lines(content);
   if (!parseHeader(lines, typeName, unitName, comment, errorText)) return false;
 
-  std::string buffer;
   double previousTime = -1.0;
   while (lines.next()) {
     const std::string_view line = dataPart(lines.line());
     if (line.empty()) continue;
-    buffer = line;
-    for (char& c : buffer)
-      if (c == ':') c = ' ';
-    std::string_view rest = buffer;
+    std::string_view rest = line;
     double time = 0.0;
     double value = 0.0;
-    if (!takeTime(rest, time) || !takeNumber(rest, value) || !rest.empty()) {
+    if (!takeTime(rest, time) || !takeNumber(rest, value, COLON) || !rest.empty()) {
       errorText = "Error reading data entry in " + lineText(lines, line);
       return false;
     }

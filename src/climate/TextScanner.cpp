@@ -10,9 +10,10 @@ namespace VELMORA {
 
 namespace {
 
-void skipBlanks(std::string_view& text) {
-  const std::size_t first = text.find_first_not_of(TKL::WHITE_SPACE);
-  text.remove_prefix(first == std::string_view::npos ? text.size() : first);
+void skipBlanks(std::string_view& text, char blank) {
+  std::size_t first = 0;
+  while (first < text.size() && (isBlank(text[first]) || text[first] == blank)) ++first;
+  text.remove_prefix(first);
 }
 
 }  // namespace
@@ -33,13 +34,14 @@ bool LineScanner::next() {
 }
 
 std::string_view trimmed(std::string_view text) {
-  skipBlanks(text);
-  const std::size_t last = text.find_last_not_of(TKL::WHITE_SPACE);
-  return last == std::string_view::npos ? text : text.substr(0, last + 1);
+  skipBlanks(text, ' ');
+  std::size_t length = text.size();
+  while (length > 0 && isBlank(text[length - 1])) --length;
+  return text.substr(0, length);
 }
 
-bool takeInteger(std::string_view& text, int& value) {
-  skipBlanks(text);
+bool takeInteger(std::string_view& text, int& value, char blank) {
+  skipBlanks(text, blank);
   const bool plus = text.starts_with('+');
   if (plus) text.remove_prefix(1);
   if (plus && text.starts_with('-')) return false;
@@ -49,8 +51,8 @@ bool takeInteger(std::string_view& text, int& value) {
   return true;
 }
 
-bool takeNumber(std::string_view& text, double& value) {
-  skipBlanks(text);
+bool takeNumber(std::string_view& text, double& value, char blank) {
+  skipBlanks(text, blank);
   return TKL::scanNumber(text, value);
 }
 

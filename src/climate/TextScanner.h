@@ -25,16 +25,23 @@ class LineScanner {
   int number_ = 0;
 };
 
+/// White space of the C locale.
+inline bool isBlank(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
 /// The text without white space at both ends.
 std::string_view trimmed(std::string_view text);
 
-/// Takes white space and a 32-bit integer off the front of `text`, as a formatted stream read would.
+/// Takes white space and a 32-bit integer off the front of `text`, as a formatted stream read would. A
+/// character `blank` counts as white space too.
 /// @return false if there is none or it is too large
-bool takeInteger(std::string_view& text, int& value);
+bool takeInteger(std::string_view& text, int& value, char blank = ' ');
 
-/// Takes white space and a number off the front of `text`, as a formatted stream read would.
+/// Takes white space and a number off the front of `text`, as a formatted stream read would. A character
+/// `blank` counts as white space too.
 /// @return false if there is none or it is too large
-bool takeNumber(std::string_view& text, double& value);
+bool takeNumber(std::string_view& text, double& value, char blank = ' ');
 
 /// Reads a whole file. @return false if the path is no file that can be read
 bool readWholeFile(const TKL::Path& path, std::string& content);

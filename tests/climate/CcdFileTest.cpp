@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <random>
 
 #include "climate/ClimateTestSupport.h"
@@ -11,6 +11,17 @@ using Doubles = std::vector<double>;
 namespace {
 
 const std::string HEADER = "TEMPER C\n";
+
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
+constexpr double TIME_LIMIT = 1.0;  // [s]
+#else
+constexpr double TIME_LIMIT = 20.0;  // builds with checks are many times slower
+#endif
+
+/// Time that this process has computed [s]; does not depend on what else the machine does.
+double processorTime() {
+  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
 
 }  // namespace
 
@@ -209,30 +220,26 @@ TEST(ReadCcd, veryLongBadLine_isCutInTheMessage) {
   EXPECT_LT(s.errorText.size(), 1000u);
 }
 
-TEST(ReadCcd, millionLines_areReadInASecond) {
+TEST(ReadCcd, millionLines_takeAboutASecondAtMost) {
   std::string content = HEADER;
   content.reserve(24000000);
-  for (int i = 0; i < 1000000; ++i) {
+  for (int i = 0; i < 1000000; ++i)
     content +=
         std::to_string(i / 24) + " " + std::to_string(i % 24) + ":00:00 " + std::to_string(i % 40) + ".25\n";
-  }
-  const auto start = std::chrono::steady_clock::now();
+  const double start = processorTime();
   const ClimateSeries s = parseCcd(content);
-  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+  EXPECT_LT(processorTime() - start, TIME_LIMIT);
   EXPECT_TRUE(s.ok) << s.errorText;
   EXPECT_EQ(s.values.size(), 1000000u);
-  // wide margin for builds with checks; an optimised one takes about a tenth of a second
-  EXPECT_LT(elapsed.count(), 10.0);
 }
 
 TEST(ReadClimateFile, randomBytes_areRefusedQuickly) {
   std::mt19937 random(7);
   std::string bytes(10000000, '\0');
   for (char& c : bytes) c = static_cast<char>(random());
-  const auto start = std::chrono::steady_clock::now();
+  const double start = processorTime();
   EXPECT_FALSE(parseCcd(bytes).ok);
   EXPECT_FALSE(parseCcd(HEADER + bytes).ok);
   EXPECT_FALSE(parseCli(bytes).ok);
-  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-  EXPECT_LT(elapsed.count(), 10.0);
+  EXPECT_LT(processorTime() - start, TIME_LIMIT);
 }
