@@ -3,6 +3,10 @@
 
 add_library(velmora_options INTERFACE)
 target_compile_options(velmora_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # g++ 12 warns of overlapping copies in "text" + std::string where there are none (GCC bug 105651).
+  target_compile_options(velmora_options INTERFACE -Wno-restrict)
+endif()
 target_include_directories(velmora_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(VELMORA_SANITIZE)
   target_compile_options(velmora_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
