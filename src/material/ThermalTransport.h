@@ -45,6 +45,9 @@ class ThermalTransport final : public MaterialFunctionBase {
   /// calculation."
   void prepareCalculation(const MaterialBase& material, int materialDirection);
 
+  /// Warns about curves that do not fit the base parameters.
+  void checkLimits(const MaterialBase& material) const;
+
   void read(const std::vector<std::string>& lines) override;
   void read(const std::string& text) override;
   void writeBinary(std::ostream& out) const override;
@@ -57,7 +60,6 @@ class ThermalTransport final : public MaterialFunctionBase {
 
   void denormalize(const MaterialBase& material);
   void denormalizeTheta(const MaterialBase& material);
-  void checkLimits(const MaterialBase& material) const;
   void checkThetaLimits(const MaterialBase& material) const;
   void checkScaling(const MaterialBase& material) const;
 };
