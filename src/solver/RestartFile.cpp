@@ -42,8 +42,10 @@ void appendLine(std::string& text, const std::vector<double>& values, int decima
       TKL::FormatString("Cannot %1 restart file '%2': %3").arg(action).arg(path.str()).arg(reason), FUNC_ID);
 }
 
-/// Writes the whole text and forces it to disk.
-void writeThrough(const TKL::Path& path, const std::string& text) {
+constexpr double FLUSH_INTERVAL = 1000.0;  // [ms] of real time
+
+/// Writes the whole text and, with `flush`, forces it to disk.
+void writeText(const TKL::Path& path, const std::string& text, bool flush) {
   const int file = ::open(path.str().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (file < 0) fail("create", path);
   std::size_t done = 0;
@@ -58,7 +60,7 @@ void writeThrough(const TKL::Path& path, const std::string& text) {
     }
     done += static_cast<std::size_t>(n);
   }
-  if (::fsync(file) != 0) {
+  if (flush && ::fsync(file) != 0) {
     const int error = errno;
     ::close(file);
     errno = error;
@@ -93,7 +95,7 @@ RestartFile::RestartFile(const TKL::Path& resultsDirectory)
       backup_(resultsDirectory / "restart.txt.backup"),
       unfinished_(resultsDirectory / "restart.txt.new") {}
 
-void RestartFile::write(const RestartState& state) const {
+void RestartFile::write(const RestartState& state) {
   std::string text;
   text.reserve(24 * (state.U.size() + state.mw.size()) + 64);
   appendFixed(text, state.t, TIME_DECIMALS);
@@ -101,8 +103,10 @@ void RestartFile::write(const RestartState& state) const {
   appendLine(text, state.U, ENERGY_DECIMALS);
   appendLine(text, state.mw, MASS_DECIMALS);
 
-  writeThrough(unfinished_, text);
-  if (std::remove(backup_.str().c_str()) != 0 && errno != ENOENT) fail("remove", backup_);
+  const bool flush = !sinceFlush_ || sinceFlush_->difference() >= FLUSH_INTERVAL;
+  writeText(unfinished_, text, flush);
+  if (flush) sinceFlush_.emplace();
+  // Renaming replaces the old backup in one step.
   if (std::rename(file_.str().c_str(), backup_.str().c_str()) != 0 && errno != ENOENT) fail("rename", file_);
   if (std::rename(unfinished_.str().c_str(), file_.str().c_str()) != 0) fail("rename", unfinished_);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <iosfwd>
-#include <span>
+#include <optional>
 #include <vector>
 
 #include "foundation/Path.h"
+#include "foundation/StopWatch.h"
 
 namespace VELMORA_SOLVER {
 
@@ -16,15 +16,16 @@ struct RestartState {
 };
 
 /// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup". A new state is
-/// written to a third name, forced to disk and then renamed, so that at every instant one of the two names
-/// holds a complete state.
+/// written to a third name and then renamed, so that at every instant one of the two names holds a complete
+/// state. It is forced to disk before it is renamed, but at most once per second of real time: that guards
+/// against a power cut without making a fast run wait for the disk at each output.
 class RestartFile {
  public:
   explicit RestartFile(const TKL::Path& resultsDirectory);
 
   /// Writes a state and moves the last one to the backup.
   /// @throws TKL::Exception that names the path, when the disk does not take it
-  void write(const RestartState& state) const;
+  void write(const RestartState& state);
 
   /// Reads the state of `nElements` elements.
   /// @throws TKL::Exception "Restart file missing!", "Error reading time point from restart file!" or "Error
@@ -35,6 +36,7 @@ class RestartFile {
   TKL::Path file_;
   TKL::Path backup_;
   TKL::Path unfinished_;
+  std::optional<TKL::StopWatch> sinceFlush_;  ///< since a state was last forced to disk
 };
 
 }  // namespace VELMORA_SOLVER

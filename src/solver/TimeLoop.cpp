@@ -6,7 +6,6 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "material/Material.h"
-#include "solver/RestartFile.h"
 #include "solver/VelmoraCvodeSolver.h"
 
 namespace VELMORA_SOLVER {
@@ -206,7 +205,7 @@ void VelmoraCvodeSolver::writeRestartFile() {
   const auto y = integrator_.state();
   restart.U.assign(y.begin(), y.end());
   restart.mw = rhs_->state.mw;
-  RestartFile(resultsDirectory).write(restart);
+  restartFile_->write(restart);
 }
 
 }  // namespace VELMORA_SOLVER

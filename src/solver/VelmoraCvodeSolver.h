@@ -16,6 +16,7 @@
 #include "solver/FluxRecords.h"
 #include "solver/Integrator.h"
 #include "solver/MonitorFile.h"
+#include "solver/RestartFile.h"
 #include "solver/RightHandSide.h"
 #include "solver/ToleranceAdaption.h"
 
@@ -106,6 +107,7 @@ class VelmoraCvodeSolver {
   BalanceEquations equations_;
   std::unique_ptr<RightHandSide> rhs_;
   std::unique_ptr<VELMORA::OutputWriter> outputs_;
+  std::unique_ptr<RestartFile> restartFile_;
   Integrator integrator_;
   ToleranceAdaption tolerance_;
   MonitorFile monitors_;

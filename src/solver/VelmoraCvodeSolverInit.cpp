@@ -9,7 +9,6 @@
 #include "material/Material.h"
 #include "project/VelProject.h"
 #include "solver/InitialConditions.h"
-#include "solver/RestartFile.h"
 #include "solver/VelmoraCvodeSolver.h"
 
 namespace VELMORA_SOLVER {
@@ -78,6 +77,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   reportFreeDiskSpace();
   project.setup_calculation(data_);
   resultsDirectory = data_.outputDir;
+  restartFile_ = std::make_unique<RestartFile>(resultsDirectory);
   for (auto& climate : data_.climateConds)
     climate.prepareCalculation(project.m_placeholders.placeholderMap());
 
@@ -193,7 +193,7 @@ void VelmoraCvodeSolver::setInitialFields() {
 }
 
 void VelmoraCvodeSolver::setRestartFields() {
-  const RestartState restart = RestartFile(resultsDirectory).read(data_.elements.size());
+  const RestartState restart = restartFile_->read(data_.elements.size());
   t = restart.t;
   tStart_ = t;
   std::copy(restart.U.begin(), restart.U.end(), integrator_.state().begin());
