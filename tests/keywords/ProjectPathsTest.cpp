@@ -16,7 +16,8 @@ class ProjectPathsTest : public ::testing::Test {
  protected:
   void SetUp() override {
     const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    root_ = std::filesystem::path(::testing::TempDir()) / ("project_paths_" + std::to_string(::getpid()) + info->name());
+    root_ = std::filesystem::path(::testing::TempDir()) /
+            ("project_paths_" + std::to_string(::getpid()) + info->name());
     std::filesystem::create_directories(root_ / "project");
     std::filesystem::create_directories(root_ / "current");
     previous_ = std::filesystem::current_path();
