@@ -189,7 +189,7 @@ void writeHeader(std::ostream& stream, const VelOutputFile& file, const OutputCo
   header.quantity = quantityDescription(format);
   header.spaceType = format.spaceType;
   header.timeType = format.timeType;
-  header.valueUnit = valueUnitName(format);
+  header.valueUnit = integratedUnit(format, format.valueUnit.name());
   header.timeUnit = format.timeUnit.name();
   header.binary = writesBinary(file);
   if (format.type == VelOutputFormat::T_FIELD) {
@@ -237,8 +237,7 @@ void writeMaterialBoundaries(const TKL::Path& path, const OutputConstruction& co
   checkOutputStream(stream, path);
 }
 
-std::string valueUnitName(const VelOutputFormat& format) {
-  std::string unit = format.valueUnit.name();
+std::string integratedUnit(const VelOutputFormat& format, std::string unit) {
   const bool inSpace = format.spaceType == VelOutputFormat::S_INTEGRAL;
   const bool inTime = format.timeType == VelOutputFormat::M_INTEGRAL;
   if (format.type == VelOutputFormat::T_FIELD) {

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "foundation/Path.h"
@@ -34,8 +35,8 @@ bool writesBinary(const VelOutputFile& file);
 /// @throws TKL::Exception where the file cannot be written
 void writeMaterialBoundaries(const TKL::Path& path, const OutputConstruction& construction);
 
-/// The unit of the values of a file after integration in space and time.
-std::string valueUnitName(const VelOutputFormat& format);
+/// Name of the unit that values in `unit` have after the integrations that a format asks for.
+std::string integratedUnit(const VelOutputFormat& format, std::string unit);
 
 /// Keyword description of the quantity that a format names.
 std::string quantityDescription(const VelOutputFormat& format);

@@ -9,6 +9,7 @@ void OutputSchedule::start(double duration, double t) {
   nextOutputTimes_.clear();
   for (VelOutputGrid& grid : *grids_) {
     grid.prepareCalculation(duration);
+    grid.nextTime = 0.0;
     nextOutputTimes_.push_back(grid.nextOutputTime(t - 1.0));
   }
 }
