@@ -261,9 +261,10 @@ def draw_profile(axes, output, time):
     for index in records:
         values = output.values[index]
         axes.plot([positions[n] for n in order], [values[n] for n in order], label=time_text(output, index))
-    for n, m in zip(order, order[1:]):
-        if cells[n][2] != cells[m][2]:
-            axes.axvline(0.5 * (positions[n] + positions[m]), color="grey", linewidth=0.8)
+    for before, behind in zip(order, order[1:]):
+        if cells[before][2] != cells[behind][2]:
+            joint = x[cells[behind][0]] if along_x else y[cells[behind][1] + 1]
+            axes.axvline(joint, color="grey", linewidth=0.8)
     axes.legend(fontsize="small")
     axes.set_xlabel(axis_name(output, along_x))
     axes.set_ylabel(output.label)
