@@ -61,6 +61,9 @@ class MoistureTransport final : public MaterialFunctionBase {
   void prepareCalculation(const MaterialBase& material, const MoistureStorage& storage,
                           int materialDirection);
 
+  /// Warns about a missing liquid function, or about the first interval, counted from 1, in which it falls.
+  void checkLiquidFunctionMonotony(const MaterialBase& material) const;
+
   void read(const std::vector<std::string>& lines) override;
   void read(const std::string& text) override;
   void writeBinary(std::ostream& out) const override;
@@ -79,7 +82,6 @@ class MoistureTransport final : public MaterialFunctionBase {
   void denormalizeKl(const MaterialBase& material);
   void denormalizeDl(const MaterialBase& material);
   void denormalizeKv(const MaterialBase& material);
-  void checkLiquidFunctionMonotony(const MaterialBase& material) const;
   void prepareKichhoffPotential(const MaterialBase& material, const MoistureStorage& storage);
   void integrateKl(const MaterialBase& material, const MoistureStorage& storage);
   void integrateDl(const MoistureStorage& storage);
