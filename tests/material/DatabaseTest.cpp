@@ -66,7 +66,7 @@ TEST(MaterialDatabase, everyFile_isReadWithoutWarning) {
     EXPECT_GT(material.rhoCDry(), 0.0) << entry.path();
     EXPECT_NE(material.id, 0U) << entry.path();
   }
-  EXPECT_EQ(files, std::size(SHIPPED));
+  EXPECT_GE(files, std::size(SHIPPED));
 }
 
 }  // namespace MM
