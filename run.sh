@@ -28,5 +28,9 @@ ninja -C "$root/build/release" --quiet solver
 
 "$root/build/release/bin/solver" --closeonexit ${options[@]+"${options[@]}"} "$project"
 
-results=$("$root/tools/results_dir.sh" "$project")
-[ -d "$results" ] && /usr/bin/python3 "$root/tools/plot_output.py" "$results"
+for option in ${options[@]+"${options[@]}"}; do
+  case $option in -t* | --testinit) exit 0 ;; esac  # no results to draw
+done
+echo
+echo "Pictures:"
+/usr/bin/python3 "$root/tools/plot_output.py" "$("$root/tools/results_dir.sh" "$project")"
