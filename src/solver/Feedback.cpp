@@ -42,7 +42,7 @@ void Feedback::updateSpeeds(double t) {
   estimatedRemaining = currentSpeed < LOWEST_SPEED ? -1.0 : (tEndTotal - t) / currentSpeed;
 }
 
-std::string Feedback::line(double t, const std::string& suffix, const TKL::StopWatch& stopwatch) {
+std::string Feedback::line(double t, const std::string& suffix) {
   std::ostringstream out;
   --headerCountdown;
   if (headerCountdown % 20 == 0) {
@@ -55,21 +55,21 @@ std::string Feedback::line(double t, const std::string& suffix, const TKL::StopW
     }
   }
   out << std::left << std::setw(11) << timeSpanText(t) << ' ' << dateText(t + startTimeOffset) << ' '
-      << std::setw(11) << stopwatch.diff_str(4) << ' ' << std::setw(12) << timeSpanText(meanSpeed) + "/s"
-      << ' ' << std::setw(12) << timeSpanText(currentSpeed) + "/s" << ' '
+      << std::setw(11) << TKL::StopWatch::elapsedText(realTimeElapsed, 4) << ' ' << std::setw(12)
+      << timeSpanText(meanSpeed) + "/s" << ' ' << std::setw(12) << timeSpanText(currentSpeed) + "/s" << ' '
       << (estimatedRemaining == -1.0 ? "---" : timeSpanText(estimatedRemaining)) << suffix << '\n';
   return out.str();
 }
 
-void Feedback::write(double t, const std::string& suffix, const TKL::StopWatch& stopwatch) {
-  realTimeElapsed = stopwatch.difference();
+void Feedback::write(double t, const std::string& suffix, double realTime) {
+  realTimeElapsed = realTime;
   updateSpeeds(t);
   if (verbosity > 0)
-    TKL::message(line(t, suffix, stopwatch), TKL::MSG_STANDARD, nullptr, -1);
+    TKL::message(line(t, suffix), TKL::MSG_STANDARD, nullptr, -1);
   else if (verbosity == 0 && !quiet)
     TKL::message("*", TKL::MSG_STANDARD, nullptr, -1);
   if (callback != nullptr) callback({suffix.empty() ? 1 : 0, t, currentSpeed, estimatedRemaining});
-  nextRealTime = stopwatch.difference() / 1000.0 + TIMED_FEEDBACK;
+  nextRealTime = realTime / 1000.0 + TIMED_FEEDBACK;
 }
 
 std::string timeSpanText(double seconds) {

@@ -4,10 +4,6 @@
 #include <utility>
 #include <vector>
 
-namespace TKL {
-class StopWatch;
-}
-
 namespace VELMORA_SOLVER {
 
 /// What a feedback tells a program that drives the solver.
@@ -43,12 +39,13 @@ class Feedback {
   void clear();
   /// The run starts now: first entry of the history.
   void start();
-  /// One feedback at simulated time t [s]; an empty suffix marks an output time.
-  void write(double t, const std::string& suffix, const TKL::StopWatch& stopwatch);
+  /// One feedback at simulated time t [s], `realTime` [ms] after the start of the run; an empty suffix marks
+  /// an output time.
+  void write(double t, const std::string& suffix, double realTime);
 
  private:
   void updateSpeeds(double t);
-  std::string line(double t, const std::string& suffix, const TKL::StopWatch& stopwatch);
+  std::string line(double t, const std::string& suffix);
 
   std::vector<std::pair<double, double>> history_;  ///< (real time [ms], simulated time [s])
 };

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -81,7 +82,7 @@ bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& value
     while (position != end && *position == ' ') ++position;
     double value = 0.0;
     const auto result = std::from_chars(position, end, value);
-    if (result.ec != std::errc()) return false;
+    if (result.ec != std::errc() || !std::isfinite(value)) return false;
     values.push_back(value);
     position = result.ptr;
   }
@@ -119,7 +120,7 @@ RestartState RestartFile::read(std::size_t nElements) const {
   if (!in || !std::getline(in, line)) throw TKL::Exception(prefix + "Restart file missing!", FUNC_ID);
   RestartState state;
   const auto time = std::from_chars(line.data(), line.data() + line.size(), state.t);
-  if (time.ec != std::errc())
+  if (time.ec != std::errc() || !std::isfinite(state.t))
     throw TKL::Exception(prefix + "Error reading time point from restart file!", FUNC_ID);
   if (!readNumbers(in, nElements, state.U) || !readNumbers(in, nElements, state.mw))
     throw TKL::Exception(prefix + "Error reading restart file!", FUNC_ID);

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
+#include <iomanip>
 #include <numeric>
+#include <sstream>
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
@@ -75,10 +77,25 @@ void VelmoraCvodeSolver::runStep(double tStop, bool restart) {
   }
 }
 
+int VelmoraCvodeSolver::calculate(double time, const double* y, double* ydot) {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::calculate]";
+  const int code = rhs_->calculate(time, y, ydot);
+  if (code != 0) return code;
+  if (flags_.verbosity > 3 && !feedback.quiet) {
+    std::ostringstream text;
+    text << std::setprecision(14) << "t = " << time << " s, dt = " << integrator_.lastStepSize() << " s\n";
+    TKL::message(text.str(), TKL::MSG_PROGRESS, FUNC_ID, 4);
+  }
+  return 0;
+}
+
 void VelmoraCvodeSolver::step() {
   const int flag = integrator_.step(tEnd_, t);
   const double h = integrator_.lastStepSize();
-  if (abortRequested) throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
+  if (abortRequested) {
+    writeRestartFile();
+    throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
+  }
   timedFeedback();
   if (flag < 0) {
     handleFailedStep(flag);
@@ -113,8 +130,7 @@ void VelmoraCvodeSolver::handleFailedStep(int flag) {
   if (!init_.solverSettings.cvodeSettings.useAutoRecover)
     fail(
         "Convergence error, giving up (auto-recover is disabled)! Maybe the tolerances are set too low or "
-        "the "
-        "minimum time step limit is too large?");
+        "the minimum time step limit is too large?");
   adjustTolerances(true);
 }
 
@@ -182,7 +198,7 @@ void VelmoraCvodeSolver::writeDueOutputs() {
 
 void VelmoraCvodeSolver::writeFeedback(double time, const std::string& suffix) {
   if (abortRequested) throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedback]");
-  feedback.write(time, suffix, stopwatch);
+  feedback.write(time, suffix, stopwatch.difference());
 }
 
 void VelmoraCvodeSolver::writeOutput(double time) {

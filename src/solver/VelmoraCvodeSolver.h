@@ -31,7 +31,7 @@ namespace VELMORA_SOLVER {
 /// The integrator takes its own steps; an output time inside a step is served by interpolating the state, so
 /// outputs have no influence on the steps. A convergence failure loosens the tolerances instead of ending
 /// the run, see ToleranceAdaption.
-class VelmoraCvodeSolver {
+class VelmoraCvodeSolver : public OdeSystem {
  public:
   VelmoraCvodeSolver() { clear(); }
 
@@ -52,6 +52,9 @@ class VelmoraCvodeSolver {
   /// @throws TKL::Exception "Solver aborted!" after the reasons have gone out as messages
   void runStep(double tStop, bool restart);
 
+  /// What the integrator integrates: the right-hand side, and at high verbosity a line for each evaluation.
+  int calculate(double time, const double* y, double* ydot) override;
+
   /// Frees all that `init` has built.
   void clear();
 
@@ -59,7 +62,7 @@ class VelmoraCvodeSolver {
   Feedback feedback;
   bool outputsEnabled = true;    ///< `runStep` writes outputs
   bool initialized = false;      ///< `init` has succeeded
-  bool abortRequested = false;   ///< tested after each step
+  bool abortRequested = false;   ///< tested after each step; the state reached is kept as restart file
   bool stepwiseOutputs = false;  ///< some output needs data from every step
   TKL::Path resultsDirectory;
 

@@ -162,7 +162,7 @@ void VelmoraCvodeSolver::initSolutionVector() {
   equations_ = BalanceEquations::fromSelection(init_.balanceEquations);
   TKL::message(
       TKL::FormatString("Number of balance equations per element: %1\n").arg(equations_.nEquationsPerElement),
-      TKL::MSG_STANDARD, INIT_ID, 2);
+      TKL::MSG_STANDARD, FUNC_ID, 2);
   const auto perElement = static_cast<std::size_t>(equations_.nEquationsPerElement);
   if (perElement > 0 && !integrator_.createVectors(data_.elements.size() * perElement))
     throw TKL::Exception("Y memory allocation error!", FUNC_ID);
@@ -204,7 +204,7 @@ bool VelmoraCvodeSolver::initIntegrator() {
   progress("Initializing CVODE integrator\n");
   tolerance_ = ToleranceAdaption();
   tolerance_.relTol = init_.solverSettings.cvodeSettings.relTol;
-  if (integrator_.initialise(*rhs_, t, tolerance_.relTol) != 0) {
+  if (integrator_.initialise(*this, t, tolerance_.relTol) != 0) {
     error("CVodeMalloc init error!");
     return false;
   }
