@@ -1,0 +1,135 @@
+#include <cmath>
+#include <numbers>
+
+#include "solver/HeatBench.h"
+
+// Half space at 20 C at the start. Solutions: Carslaw, Jaeger: Conduction of heat in solids, 2nd edition,
+// 2.5 (surface temperature), 2.7 (film), 2.9 (flux).
+
+using namespace VELMORA_SOLVER;
+
+namespace {
+
+constexpr double LAMBDA = 1.4;  // [W/mK]
+constexpr double RHO_C = 2e6;   // [J/m3K]
+constexpr double A = LAMBDA / RHO_C;
+constexpr double START = 20.0;         // [C]
+constexpr double SURFVAL_H = 10000.0;  // [W/m2K] coefficient that stands for a given surface temperature
+constexpr double HOUR = 3600.0;
+constexpr double HOURS[] = {1.0, 6.0, 24.0, 168.0};
+
+/// exp(x^2) erfc(x), by its asymptotic series where the factors leave the range of numbers.
+double scaledErfc(double x) {
+  if (x < 20.0) return std::exp(x * x) * std::erfc(x);
+  const double s = 1.0 / (2.0 * x * x);
+  return (1.0 - s + 3.0 * s * s - 15.0 * s * s * s) / (x * std::sqrt(std::numbers::pi));
+}
+
+/// The surface is at 0 C.
+double step(double x, double t) {
+  return START * std::erf(x / std::sqrt(4.0 * A * t));
+}
+
+/// The surface meets 0 C over a film.
+double film(double x, double t, double h) {
+  const double u = x / std::sqrt(4.0 * A * t);
+  const double v = h / LAMBDA * std::sqrt(A * t);
+  return START * (std::erf(u) + std::exp(-u * u) * scaledErfc(u + v));
+}
+
+/// A heat flux density q enters.
+double flux(double x, double t, double q) {
+  const double root = std::sqrt(4.0 * A * t);
+  const double u = x / root;
+  return START + q / LAMBDA * (root / std::sqrt(std::numbers::pi) * std::exp(-u * u) - x * std::erfc(u));
+}
+
+/// Thin cells at the surface, where the condition acts on a centre, and so deep that the end stays cold.
+HeatProblem body() {
+  HeatProblem problem(growing(2e-5, 1.04, 6.0));
+  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.initial(problem.all(), START);
+  problem.maxStep = HOUR;
+  return problem;
+}
+
+/// The profile down to 2 m against an exact solution.
+template <class Exact>
+testing::AssertionResult profileAgrees(const HeatRun& run, Exact exact, double tolerance) {
+  std::vector<double> actual;
+  std::vector<double> expected;
+  const std::vector<double> T = run.rowCelsius();
+  const std::vector<double> x = run.centres();
+  for (std::size_t i = 0; x[i] < 2.0; ++i) {
+    actual.push_back(T[i]);
+    expected.push_back(exact(x[i]));
+  }
+  return agree(actual, expected, tolerance);
+}
+
+}  // namespace
+
+TEST(SemiInfiniteBody, closedFormsGiveTabulatedFigures) {
+  EXPECT_NEAR(step(0.01, HOUR), 2.24037402, 1e-8);
+  EXPECT_NEAR(step(0.5, 168 * HOUR), 8.26257491, 1e-8);
+  EXPECT_NEAR(film(0.0, HOUR, 10.0), 13.92140464, 1e-8);
+  EXPECT_NEAR(film(0.1, 24 * HOUR, 10.0), 9.51032826, 1e-8);
+  EXPECT_NEAR(flux(0.0, HOUR, 50.0), 22.02300659, 1e-8);
+  EXPECT_NEAR(flux(0.2, 168 * HOUR, 50.0), 39.69523692, 1e-8);
+}
+
+TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
+  HeatProblem problem = body();
+  problem.surface("Cold", 0.0, problem.column(0), "LEFT");
+  HeatRun run(problem);
+  for (const double hours : HOURS) {
+    const double t = hours * HOUR;
+    run.advance(t);
+    EXPECT_TRUE(profileAgrees(
+        run, [&](double x) { return film(x, t, SURFVAL_H); }, 0.005))
+        << hours;
+    // what the coefficient holds back: flux density over coefficient
+    const double lag = LAMBDA * START / std::sqrt(std::numbers::pi * A * t) / SURFVAL_H;
+    EXPECT_TRUE(profileAgrees(
+        run, [&](double x) { return step(x, t); }, lag + 0.005))
+        << hours;
+  }
+}
+
+TEST(SemiInfiniteBody, heatFlowOutFallsWithTheRootOfTime) {
+  HeatProblem problem = body();
+  problem.surface("Cold", 0.0, problem.column(0), "LEFT");
+  HeatRun run(problem);
+  for (const double hours : HOURS) {
+    run.advance(hours * HOUR);
+    const double exact = LAMBDA * START / std::sqrt(std::numbers::pi * A * hours * HOUR);
+    EXPECT_NEAR(run.flowLeft(0), -exact, 0.002 * exact) << hours;
+  }
+}
+
+TEST(SemiInfiniteBody, filmGivesProductOfExponentialAndErrorFunction) {
+  HeatProblem problem = body();
+  problem.film("Air", 10.0, 0.0, problem.column(0), "LEFT");
+  HeatRun run(problem);
+  for (const double hours : HOURS) {
+    run.advance(hours * HOUR);
+    EXPECT_TRUE(profileAgrees(
+        run, [&](double x) { return film(x, hours * HOUR, 10.0); }, 0.003))
+        << hours;
+  }
+}
+
+TEST(SemiInfiniteBody, constantFluxHeatsTheSurfaceWithTheRootOfTime) {
+  HeatProblem problem = body();
+  problem.constantClimate("Heat", "HEATFLUXDENS", "50 W/m2");
+  problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
+  problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
+  HeatRun run(problem);
+  for (const double hours : HOURS) {
+    run.advance(hours * HOUR);
+    EXPECT_TRUE(profileAgrees(
+        run, [&](double x) { return flux(x, hours * HOUR, 50.0); }, 0.005))
+        << hours;
+    EXPECT_NEAR(run.flowLeft(0), 50.0, 1e-12);
+  }
+}
