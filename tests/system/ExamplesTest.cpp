@@ -114,8 +114,9 @@ TEST(SteadyReference, pipe_hasItsLogarithmicResistance) {
   // A void in the middle, so the inner face is a film on the pipe.
   const ReferenceGrid pipe{
       {0.02, 0.01, 0.03}, {1.0}, true, [](double x, double) { return x < 0.02 ? 0 : EPS; }};
-  const std::vector<ReferenceAir> airs = {{10, INDOORS, [](double x, double) { return x < 0.03; }},
-                                          {25, OUTDOORS, [](double x, double) { return x > 0.05; }}};
+  const std::vector<ReferenceAir> airs = {
+      {10, INDOORS, [](double x, double) { return std::abs(x - 0.02) < 1e-9; }},
+      {25, OUTDOORS, [](double x, double) { return x > 0.059; }}};
   const double R = 1 / (10 * 2 * pi * 0.02) + std::log(3.0) / (2 * pi * EPS) + 1 / (25 * 2 * pi * 0.06);
   EXPECT_NEAR(SteadyReference(pipe, airs, Links::SERIES).heatFrom(0), DT / R, 1e-9);
 }
@@ -160,16 +161,16 @@ double cornerHeatOutside(const ExampleRun& run) {
   return run.lastValue("heat_flow_outside_top.out") - run.lastValue("heat_flow_outside_left.out");
 }
 
-/// What a path through a layered wall lacks of its resistance, as a share, where films act on the centres of
-/// the outermost cells and the interface to the insulation has the mean conductivity.
-double missingShare(double dOutside, double lambdaOutside, double dInterface1, double lambda1,
-                    double dInterface2, double lambda2, double dInside, double lambdaInside,
-                    double resistance) {
-  const double films = dOutside / 2 / lambdaOutside + dInside / 2 / lambdaInside;
-  const double width = dInterface1 + dInterface2;
-  const double interface = dInterface1 / 2 / lambda1 + dInterface2 / 2 / lambda2 -
-                           width * width / 2 / (dInterface1 * lambda1 + dInterface2 * lambda2);
-  return (films + interface) / resistance;
+/// Resistance [m2K/W] that is missing where a film acts on the centre of the outermost cell.
+double filmGap(double width, double lambda) {
+  return width / 2 / lambda;
+}
+
+/// Resistance [m2K/W] that is missing where two cells have their mean conductivity between the centres.
+double interfaceGap(double widthA, double lambdaA, double widthB, double lambdaB) {
+  const double width = widthA + widthB;
+  return widthA / 2 / lambdaA + widthB / 2 / lambdaB -
+         width * width / 2 / (widthA * lambdaA + widthB * lambdaB);
 }
 
 // A relative tolerance of 1e-7 on the energy density from 0 K is 3e-5 K; a temperature drop of 0.26 K at the
@@ -193,7 +194,8 @@ TEST(CornerExample, heatFlow_isThatOfTheReference) {
   const double series = corner(run, 4, Links::SERIES).heatFrom(1);
   const auto d = run.steps("X_STEPS");
   const double resistance = 0.04 + 0.14 / EPS + 0.24 / BRICK + 0.015 / PLASTER + 0.25;
-  const double share = missingShare(d[0], EPS, d[17], EPS, d[18], BRICK, d[37], PLASTER, resistance);
+  const double share =
+      (filmGap(d[0], EPS) + interfaceGap(d[17], EPS, d[18], BRICK) + filmGap(d[37], PLASTER)) / resistance;
   EXPECT_LT(share, 0.002);
   EXPECT_GT(heat, series);
   EXPECT_LT(heat, series * (1 + 2 * share));
@@ -282,7 +284,10 @@ TEST(AnchorExample, pointTransmittance_isThatOfTheReference) {
   const double cellMean = anchor(run, Links::CELL_MEAN).heatFrom(1);
   EXPECT_NEAR(heat, cellMean, SOLVER_ACCURACY * cellMean);
   const double series = (anchor(run, Links::SERIES).heatFrom(1) - plain) / DT;
-  printf("chi %g cellMean %g series %g\n", chi, (cellMean - plain) / DT, series);
+  // The wall lacks 0.06 % of its resistance, 0.7 % of chi. The spreading in the render under the head of the
+  // anchor, worth pi/4 * 4 mm, lacks half a cell of 0.08 mm: 2.6 % of about half of the anchor's resistance.
+  // Around the shaft half a cell of 0.05 mm is missing of more than 10 mm: 0.5 %. Together less than 3 %.
+  EXPECT_NEAR(chi, series, 0.03 * series);
 }
 
 // ---- outer wall ----
