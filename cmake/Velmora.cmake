@@ -44,7 +44,7 @@ function(velmora_tests folder)
   target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(test_${folder} PRIVATE VELMORA_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                     VELMORA_BINARY_DIR="${CMAKE_BINARY_DIR}")
-  target_link_libraries(test_${folder} PRIVATE velmora_options ${ARGN} GTest::gtest GTest::gmock
+  target_link_libraries(test_${folder} PRIVATE velmora_options test_support ${ARGN} GTest::gtest GTest::gmock
                                                GTest::gtest_main)
   gtest_discover_tests(test_${folder} PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
 endfunction()
