@@ -27,7 +27,6 @@ const Shipped SHIPPED[] = {
      1450, 0.04, 60},
     {"Spruce_2006.m6", "Spruce", "Fichte", 2006, 450, 1600, 0.12, 50},
     {"GypsumBoard_2007.m6", "Gypsum board", "Gipskartonplatte", 2007, 900, 1000, 0.25, 10},
-    {"Steel_2009.m6", "Steel", "Stahl", 2009, 7800, 450, 50, 1e6},
     {"StillAir_2008.m6", "Still air", "Ruhende Luft", 2008, 1.23, 1008, 0.025, 1},
     {"Steel_2009.m6", "Steel", "Stahl", 2009, 7800, 450, 50, 1e6},
 };
