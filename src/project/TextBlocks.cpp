@@ -3,6 +3,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -15,7 +16,8 @@ std::vector<SectionText> splitBlocks(const SectionText& text, const std::string&
     if (title == header) {
       blocks.emplace_back();
     } else if (blocks.empty()) {
-      throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(title), functionId);
+      throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(quotedText(title)),
+                           functionId);
     } else {
       blocks.back().append(line);
     }

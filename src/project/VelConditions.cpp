@@ -8,6 +8,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -39,9 +40,9 @@ void VelConditions::read(const SectionText& text) {
     if (KeywordList::KeywordExists(CATEGORY, title)) {
       current = &lists[static_cast<std::size_t>(KeywordList::Enumeration(CATEGORY, title))];
     } else if (current == nullptr) {
-      throw TKL::Exception(
-          TKL::FormatString("Expected keyword indicating a new condition list, got '%1'!").arg(title),
-          FUNC_ID);
+      throw TKL::Exception(TKL::FormatString("Expected keyword indicating a new condition list, got '%1'!")
+                               .arg(quotedText(title)),
+                           FUNC_ID);
     } else {
       current->append(line);
     }

@@ -6,6 +6,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -47,11 +48,14 @@ void VelMaterials::read(const SectionText& text) {
       blocks.emplace_back();
       continue;
     }
-    if (blocks.empty())
-      throw TKL::Exception(TKL::FormatString("Expected [MATERIAL] section header while reading material data "
+    if (blocks.empty()) {
+      TKL::Exception error(TKL::FormatString("Expected [MATERIAL] section header while reading material data "
                                              "block from string:\n%1\n")
-                               .arg(joined(text)),
+                               .arg(quotedText(joined(text))),
                            FUNC_ID);
+      error.setInputLine(line.number);
+      throw error;
+    }
     blocks.back().append({plain, line.number});
   }
   materials.clear();

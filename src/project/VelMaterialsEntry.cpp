@@ -3,6 +3,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/UnknownKeywords.h"
 #include "material/KeywordList.h"
 #include "project/VelMaterials.h"
 
@@ -32,6 +33,14 @@ bool isPreV6(const std::vector<TextLine>& lines) {
     if (current != older) return older;
   }
   return false;
+}
+
+/// Whether the material reader knows the keyword on a line of parameters.
+bool isParameter(const std::string& keyword) {
+  if (keyword == "FLAGS") return true;
+  return MM::KeywordList::KeywordExists("Material::ParaStorage", keyword) ||
+         MM::KeywordList::KeywordExists("Material::ParaTransport", keyword) ||
+         MM::KeywordList::KeywordExists("Material::ParaMechanical", keyword);
 }
 
 }  // namespace
@@ -71,12 +80,15 @@ void MaterialDescription::readOwnLine(const TextLine& line, std::vector<TextLine
     return;
   }
   const KeywordLine pair = splitKeywordLine(line, FUNC_ID);
-  if (pair.keyword == "NAME")
+  if (pair.keyword == "NAME") {
     name = pair.value;
-  else if (pair.keyword == "FILENAME" || pair.keyword == "FILE")
+  } else if (pair.keyword == "FILENAME" || pair.keyword == "FILE") {
     filename = TKL::Path(pair.value);
-  else
+  } else {
+    // The material reader has no line numbers, and a misspelt file keyword ends up here too.
+    if (!isParameter(pair.keyword)) noteUnknownKeyword(pair.keyword, line.number);
     parameters.push_back(line);
+  }
 }
 
 void MaterialDescription::readEmbedded(const std::vector<TextLine>& parameters,

@@ -6,6 +6,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 #include "project/TextBlocks.h"
 
 namespace VELMORA {
@@ -52,7 +53,7 @@ void VelOutputs::read(const SectionText& text) {
     if (KeywordList::KeywordExists(CATEGORY, title)) {
       current = &parts[static_cast<std::size_t>(KeywordList::Enumeration(CATEGORY, title))];
     } else if (current == nullptr) {
-      throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(title), FUNC_ID);
+      throw TKL::Exception(TKL::FormatString("Expected keyword, got '%1'!").arg(quotedText(title)), FUNC_ID);
     } else {
       current->append(line);
     }

@@ -24,5 +24,14 @@ TEST(QuotedText, onlyContinuationBytes_areCutAllTheSame) {
   EXPECT_GE(quotedText(std::string(2000, '\x80')).size(), 190U);
 }
 
+TEST(QuotedText, controlBytes_becomeQuestionMarks) {
+  EXPECT_EQ(quotedText(std::string("a\0b\x1b[2J\x7f", 8)), "a?b?[2J?");
+}
+
+TEST(QuotedText, layoutAndForeignCharacters_stand) {
+  const std::string text = "a\tb\r\n\xC3\xA4\xFF";
+  EXPECT_EQ(quotedText(text), text);
+}
+
 }  // namespace
 }  // namespace VELMORA

@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "system/SmallProject.h"
+#include "system/SolverProcess.h"
+
+namespace VELMORA_TEST {
+
+namespace {
+
+/// Wrong input may not cost more than this [s of processor time]; the slowest case takes 0.1 s in a debug
+/// build.
+constexpr double CPU_LIMIT = 1.0;
+
+constexpr std::size_t MEGABYTE = 1000000;
+
+const char* const SECTIONS[] = {"PROJECT_INFO", "DIRECTORIES",    "INIT",    "MATERIALS",
+                                "CONDITIONS",   "DISCRETISATION", "OUTPUTS", "ASSIGNMENTS"};
+
+std::string randomBytes(std::size_t count) {
+  std::mt19937 generator(4711);
+  std::string bytes(count, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(generator() & 0xFFU);
+  return bytes;
+}
+
+/// Refused, without a crash, soon, and with messages that a person can read.
+void expectRefusedSoon(const ProcessResult& result, const std::string& what) {
+  constexpr std::size_t READABLE = 20000;
+  EXPECT_EQ(result.exitCode, 1) << what;
+  EXPECT_EQ(result.signal, 0) << what;
+  EXPECT_TRUE(result.err.ends_with(" Program aborted.\n")) << what;
+  EXPECT_LT(result.cpuSeconds, CPU_LIMIT) << what;
+  EXPECT_LT(result.err.size() + result.out.size(), READABLE) << what;
+}
+
+}  // namespace
+
+TEST(HostileInput, tenMegabytesOfRandomBytes) {
+  const SmallProject project;
+  expectRefusedSoon(project.runText(randomBytes(10 * MEGABYTE)), "bare");
+}
+
+TEST(HostileInput, tenMegabytesOfRandomBytesInEverySection) {
+  const SmallProject project;
+  const std::string bytes = "]\n" + randomBytes(10 * MEGABYTE);
+  for (const char* const section : SECTIONS)
+    expectRefusedSoon(project.runText(std::string("[") + section + bytes), section);
+}
+
+TEST(HostileInput, lineOfOneMegabyte) {
+  const SmallProject project;
+  expectRefusedSoon(project.runText(std::string(MEGABYTE, 'A')), "bare");
+  for (const char* const section : SECTIONS)
+    expectRefusedSoon(project.runText(std::string("[") + section + "]\n" + std::string(MEGABYTE, 'A')),
+                      section);
+}
+
+TEST(HostileInput, valueOfOneMegabyte) {
+  SmallProject project;
+  project.replace("INIT", "DURATION = 1 d", "DURATION = " + std::string(MEGABYTE, '9') + " d");
+  expectRefusedSoon(project.run(), "digits");
+}
+
+TEST(HostileInput, manyBrackets) {
+  const SmallProject project;
+  expectRefusedSoon(project.runText("[INIT]\n" + std::string(MEGABYTE, '[')), "opening");
+  expectRefusedSoon(project.runText("[INIT]\n" + std::string(MEGABYTE, ']')), "closing");
+}
+
+TEST(HostileInput, manyShortLines) {
+  SmallProject project;
+  std::string lines;
+  for (std::size_t i = 0; i < MEGABYTE / 4; ++i) lines += "A=1\n";
+  project.append("INIT", lines);
+  project.remove("DISCRETISATION");
+  expectRefusedSoon(project.run(), "unknown keywords");
+}
+
+TEST(HostileInput, nulByteInALine_isRefusedWithTheWholeMessage) {
+  SmallProject project;
+  project.replace("INIT", "DURATION = 1 d", std::string("DURATION = 1\0 d", 15));
+  const ProcessResult result = project.run();
+  expectRefusedSoon(result, "NUL");
+  EXPECT_TRUE(result.err.ends_with("' for keyword 'DURATION'!\nCannot read project file. Program aborted.\n"))
+      << result.err;
+}
+
+TEST(HostileInput, nulBytesBeforeAndAfterTheProject) {
+  const SmallProject project;
+  expectRefusedSoon(project.runText(std::string("\0\0", 2) + project.text()), "before");
+  expectRefusedSoon(project.runText(project.text() + std::string("\0\0", 2)), "after");
+}
+
+TEST(HostileInput, controlBytesDoNotReachTheTerminal) {
+  const SmallProject project;
+  const ProcessResult result = project.runText("\x1b[2Jgone\n");
+  expectRefusedSoon(result, "escape");
+  EXPECT_EQ(result.err.find('\x1b'), std::string::npos);
+}
+
+TEST(HostileInput, carriageReturnLineEnds_areAccepted) {
+  const SmallProject project;
+  std::string text;
+  for (const char character : project.text()) text += character == '\n' ? "\r\n" : std::string(1, character);
+  EXPECT_EQ(project.runText(text).exitCode, 0);
+  EXPECT_EQ(project.outputTimes("profile.out").size(), 25U);
+}
+
+TEST(HostileInput, missingLastLineEnd_isAccepted) {
+  const SmallProject project;
+  std::string text = project.text();
+  text.pop_back();
+  EXPECT_EQ(project.runText(text, {"-t"}).exitCode, 0);
+}
+
+TEST(HostileInput, repeatedSectionsInAnyOrder_areAccepted) {
+  const SmallProject project;
+  EXPECT_EQ(
+      project.runText("ASSIGNMENTS\nOUTPUTS=\n[MATERIALS\n" + project.text() + "INIT]\n", {"-t"}).exitCode,
+      0);
+}
+
+}  // namespace VELMORA_TEST
