@@ -62,8 +62,9 @@ void VelMaterials::read(const SectionText& text) {
   try {
     materials = readRange(blocks);
   } catch (TKL::Exception& ex) {
-    throw TKL::Exception(ex, TKL::FormatString("Error reading material data section:\n%1").arg(joined(text)),
-                         FUNC_ID);
+    throw TKL::Exception(
+        ex, TKL::FormatString("Error reading material data section:\n%1").arg(quotedText(joined(text))),
+        FUNC_ID);
   }
 }
 

@@ -49,6 +49,11 @@ TEST(HostileInput, tenMegabytesOfRandomBytesInEverySection) {
     expectRefusedSoon(project.runText(std::string("[") + section + bytes), section);
 }
 
+TEST(HostileInput, tenMegabytesOfRandomBytesAsMaterial) {
+  const SmallProject project;
+  expectRefusedSoon(project.runText("[MATERIALS]\n[MATERIAL]\n" + randomBytes(10 * MEGABYTE)), "embedded");
+}
+
 TEST(HostileInput, lineOfOneMegabyte) {
   const SmallProject project;
   expectRefusedSoon(project.runText(std::string(MEGABYTE, 'A')), "bare");
