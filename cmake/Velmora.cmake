@@ -6,7 +6,7 @@ target_compile_options(velmora_options INTERFACE -Wall -Wextra -Wpedantic -Wshad
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # g++ 12 warns of overlapping and overlong copies in "text" + std::string where there are none (GCC bugs
   # 105329 and 105651).
-  target_compile_options(velmora_options INTERFACE -Wno-restrict -Wno-array-bounds)
+  target_compile_options(velmora_options INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow)
 endif()
 target_include_directories(velmora_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 if(VELMORA_SANITIZE)

@@ -126,12 +126,18 @@ void VelmoraCvodeSolver::timedFeedback() {
 
 void VelmoraCvodeSolver::handleFailedStep(int flag) {
   if (flag == CV_ILL_INPUT) fail("CVODE Error: Wrong input...");
-  reportLargestErrors();
-  if (!init_.solverSettings.cvodeSettings.useAutoRecover)
+  if (!init_.solverSettings.cvodeSettings.useAutoRecover) {
+    reportLargestErrors();
     fail(
         "Convergence error, giving up (auto-recover is disabled)! Maybe the tolerances are set too low or "
         "the minimum time step limit is too large?");
-  adjustTolerances(true);
+  }
+  try {
+    adjustTolerances(true);
+  } catch (const TKL::Exception&) {
+    reportLargestErrors();
+    throw;
+  }
 }
 
 void VelmoraCvodeSolver::adjustTolerances(bool increase) {

@@ -115,7 +115,7 @@ ProcessResult runProcess(const std::vector<std::string>& arguments, const std::v
 
 ProcessResult runSolver(std::vector<std::string> arguments, const std::vector<std::string>& variables,
                         const std::string& folder) {
-  arguments.insert(arguments.begin(), VELMORA_SOLVER);
+  arguments.insert(arguments.begin(), VELMORA_PROGRAM);
   return runProcess(arguments, variables, folder);
 }
 
