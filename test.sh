@@ -16,7 +16,7 @@ git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'f
 
 for preset in release asan-ubsan; do
   echo "== Build and test: $preset"
-  [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  cmake --preset "$preset" >/dev/null
   ninja -C "build/$preset" --quiet
   ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
     tee "build/$preset/ctest.txt" | tail -n 25
