@@ -45,6 +45,7 @@ double timeOfYear(double t) {
 
 void VelClimateCond::read(const SectionText& text) {
   const char* const FUNC_ID = READ_ID;
+  if (!text.empty()) inputLine = text.begin()->number;
   forEachKeywordLine(text, FUNC_ID, [this](const KeywordLine& line) { readKeyword(line); });
 }
 

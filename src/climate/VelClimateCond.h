@@ -109,6 +109,7 @@ class VelClimateCond {
   kind_t kind = NUM_K;
   std::array<TKL::Parameter, NUM_P> para;
   TKL::Path fileName;            ///< of the data series, as in the project file
+  int inputLine = 0;             ///< first line of the definition in the project file, 0 if not known
   TKL::Unit ioUnit;              ///< unit of the data file
   std::string species;           ///< the pollutant of a pollutant condition
   bool useInterpolation = true;  ///< linear between the data points, else steps

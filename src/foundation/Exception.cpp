@@ -35,4 +35,10 @@ void Exception::writeMsgStackToError() const {
   }
 }
 
+Exception Exception::withInputLine(int line) const {
+  Exception copy(*this);
+  copy.setInputLine(line);
+  return copy;
+}
+
 }  // namespace TKL

@@ -37,6 +37,8 @@ class Exception : public std::exception {
   /// Line of the input text that caused the error, counted from 1; 0 where it is not known.
   int inputLine() const { return inputLine_; }
   void setInputLine(int line) { inputLine_ = line; }
+  /// A copy that names the line of the input it comes from.
+  Exception withInputLine(int line) const;
 
   /// Sends each record, oldest first, to the current message handler as an error with verbosity level 1 and
   /// the record's location as function id.

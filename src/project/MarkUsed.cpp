@@ -25,14 +25,16 @@ void markKind(const VelAssignments& assignments, VelSelection::assignment_t kind
     const std::string assignment = "assignment '" + selection.name + "' " + type;
     const std::size_t position = index.find(selection.name);
     if (position == NameIndex::NONE) {
-      throw TKL::Exception("Invalid " + assignment + "Check the ID names of your assignments!", FUNC_ID);
+      throw TKL::Exception("Invalid " + assignment + "Check the ID names of your assignments!", FUNC_ID)
+          .withInputLine(selection.nameLine);
     }
     used[position] = true;
     if (index.isAmbiguous(selection.name)) {
       throw TKL::Exception("Ambiguous " + assignment +
                                "Check whether there are multiple definitions (materials, conditions, etc.) "
                                "of the same identification name!",
-                           FUNC_ID);
+                           FUNC_ID)
+          .withInputLine(selection.nameLine);
     }
   }
 }

@@ -19,15 +19,17 @@ void linkFile(const NameIndex& grids, const NameIndex& formats, VelOutputFile& f
   const char* const FUNC_ID = "[VelProject::setup_calculation]";
   const std::size_t grid = grids.find(file.gridName);
   if (grid == NameIndex::NONE) {
-    throw TKL::Exception("Output grid '" + file.gridName + usedBy(file), FUNC_ID);
+    throw TKL::Exception("Output grid '" + file.gridName + usedBy(file), FUNC_ID)
+        .withInputLine(file.gridLine);
   }
   const std::size_t format = formats.find(file.formatName);
   if (format == NameIndex::NONE) {
-    throw TKL::Exception("Output format '" + file.formatName + usedBy(file), FUNC_ID);
+    throw TKL::Exception("Output format '" + file.formatName + usedBy(file), FUNC_ID)
+        .withInputLine(file.formatLine);
   }
   if (formats.isAmbiguous(file.formatName)) {
-    throw TKL::Exception("Ambiguous assignment of output format with name '" + file.formatName + "'",
-                         FUNC_ID);
+    throw TKL::Exception("Ambiguous assignment of output format with name '" + file.formatName + "'", FUNC_ID)
+        .withInputLine(file.formatLine);
   }
   file.grid = &data.outputGrids[grid];
   file.format = &data.outputFormats[format];

@@ -25,7 +25,8 @@ void check_ranges(int nx, int ny, const VelAssignments& assignments) {
                              .arg(r.top)
                              .arg(r.right)
                              .arg(r.bottom),
-                         FUNC_ID);
+                         FUNC_ID)
+        .withInputLine(selection.rangeLine);
   }
 }
 

@@ -34,8 +34,10 @@ void VelOutputFile::read(const SectionText& text) {
       name = line.value;
     } else if (line.keyword == "OUTPUT_FORMAT") {
       formatName = line.value;
+      formatLine = line.line->number;
     } else if (line.keyword == "OUTPUT_GRID") {
       gridName = line.value;
+      gridLine = line.line->number;
     } else if (line.keyword == "SPECIES") {
       species = line.value;
     } else {

@@ -21,6 +21,8 @@ class VelOutputFile {
   std::string name;  ///< the file name, and the name that assignments refer to
   std::string formatName;
   std::string gridName;
+  int formatLine = 0;  ///< line of the format's name in the project file, 0 where it is not known
+  int gridLine = 0;    ///< line of the grid's name
   TKL::Path path;  ///< full path of the file
   std::string species;
   std::vector<Element*> elements;           ///< by number, no doubles; not owned

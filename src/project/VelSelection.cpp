@@ -31,8 +31,10 @@ void VelSelection::read(const SectionText& text) {
       kind = static_cast<assignment_t>(KeywordList::Enumeration("VelSelection::assignment_t", line.value));
     } else if (line.keyword == "RANGE") {
       range = readRange(line.value, FUNC_ID);
+      rangeLine = line.line->number;
     } else if (line.keyword == "NAME") {
       name = line.value;
+      nameLine = line.line->number;
     } else if (line.keyword == "CONDITION_TYPE") {
       conditionType = line.value;
     } else if (line.keyword == "LOCATION") {

@@ -42,12 +42,17 @@ void Integrator::clear() {
 bool Integrator::createVectors(std::size_t size) {
   clear();
   if (SUNContext_Create(nullptr, &context_) != 0) return false;
-  for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &absTol_, &errorWeights_, &localErrors_}) {
+  for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &errorWeights_, &localErrors_}) {
     *vector = N_VNew_Serial(static_cast<sunindextype>(size), context_);
     if (*vector == nullptr) return false;
     N_VConst(0.0, *vector);
   }
   return true;
+}
+
+bool Integrator::createAbsoluteTolerances() {
+  absTol_ = N_VClone(y_);
+  return absTol_ != nullptr;
 }
 
 int Integrator::initialise(OdeSystem& system, double t, double relativeTolerance) {

@@ -62,6 +62,8 @@ class Integrator {
 
   /// Creates the vectors for `size` unknowns, all 0. False when memory runs out.
   bool createVectors(std::size_t size);
+  /// Creates the vector of absolute tolerances, as long as the state. False when memory runs out.
+  bool createAbsoluteTolerances();
   /// Attaches the system and starts at (t, state). A non-zero result is the integrator's error code.
   int initialise(OdeSystem& system, double t, double relativeTolerance);
   /// Attaches the band matrix solver with half bandwidth `mu` on both sides. 0, or -4 (memory) or -3 (input).

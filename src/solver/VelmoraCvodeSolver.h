@@ -77,6 +77,7 @@ class VelmoraCvodeSolver : public OdeSystem {
  private:
   // initialisation, VelmoraCvodeSolverInit.cpp
   void initialise(VELMORA::VelProject& project);
+  void prepareClimate(const VELMORA::VelProject& project);
   void reportFreeDiskSpace() const;
   void checkMaterials() const;
   bool initOutputs(VELMORA::VelProject& project);

@@ -59,6 +59,11 @@ bool VelmoraCvodeSolver::init(VelProject& project) {
     return false;
   } catch (const TKL::Exception& ex) {
     ex.writeMsgStackToError();
+    if (ex.inputLine() != 0)
+      error(TKL::FormatString("The cause is in line %1 of project file '%2'.")
+                .arg(ex.inputLine())
+                .arg(projectPath_)
+                .str());
   } catch (const std::exception& ex) {
     error(ex.what());
   }
@@ -78,8 +83,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   project.setup_calculation(data_);
   resultsDirectory = data_.outputDir;
   restartFile_ = std::make_unique<RestartFile>(resultsDirectory);
-  for (auto& climate : data_.climateConds)
-    climate.prepareCalculation(project.m_placeholders.placeholderMap());
+  prepareClimate(project);
 
   if (!initOutputs(project)) throw InitRefused();
   initTimeFrame();
@@ -96,6 +100,16 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   }
   if (!initIntegrator()) throw InitRefused();
   initOutputTimes();
+}
+
+void VelmoraCvodeSolver::prepareClimate(const VelProject& project) {
+  for (auto& climate : data_.climateConds) {
+    try {
+      climate.prepareCalculation(project.m_placeholders.placeholderMap());
+    } catch (const TKL::Exception& ex) {
+      throw ex.withInputLine(climate.inputLine);
+    }
+  }
 }
 
 void VelmoraCvodeSolver::reportFreeDiskSpace() const {
@@ -175,6 +189,9 @@ void VelmoraCvodeSolver::initSolutionVector() {
 }
 
 void VelmoraCvodeSolver::initTolerances() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::initTolerances]";
+  if (!integrator_.createAbsoluteTolerances())
+    throw TKL::Exception("Absolute tolerances vector allocation error!", FUNC_ID);
   for (double& tolerance : integrator_.absoluteTolerances())
     tolerance = init_.solverSettings.cvodeSettings.absTolEnergy;
 }

@@ -30,6 +30,7 @@ class IntegratorTest : public ::testing::Test {
  protected:
   void begin(FunctionSystem& system, double start, double t = 0.0) {
     ASSERT_TRUE(integrator.createVectors(1));
+    ASSERT_TRUE(integrator.createAbsoluteTolerances());
     integrator.state()[0] = start;
     integrator.absoluteTolerances()[0] = 1e-10;
     ASSERT_EQ(integrator.initialise(system, t, 1e-8), 0);
@@ -178,6 +179,7 @@ TEST_F(IntegratorTest, warning_hasALineEndAdded) {
 TEST_F(IntegratorTest, bandAsWideAsTheSystem_isWrongInput) {
   FunctionSystem system(decay);
   ASSERT_TRUE(integrator.createVectors(3));
+  ASSERT_TRUE(integrator.createAbsoluteTolerances());
   ASSERT_EQ(integrator.initialise(system, 0.0, 1e-5), 0);
   EXPECT_EQ(integrator.attachBandSolver(3), -3);
   EXPECT_EQ(integrator.attachBandSolver(1000), -3);

@@ -29,6 +29,15 @@ class BadSetup : public ::testing::Test {
   }
   void refused(const std::string& cause) { refused(project.run(), cause); }
 
+  /// The same for a cause that stands in one line of the project file, which is named.
+  void refusedAtLine(const std::string& cause, const std::string& line) {
+    const ProcessResult result = project.run();
+    refused(result, cause);
+    const std::string place = "The cause is in line " + std::to_string(project.lineOf(line)) +
+                              " of project file '" + project.projectFile() + "'.\n";
+    EXPECT_TRUE(result.errHasInOrder({cause + "\n", place})) << result.err;
+  }
+
   SmallProject project;
 };
 
@@ -69,7 +78,7 @@ TEST_F(BadSetup, missingClimateFile) {
   project.replace("CONDITIONS", "KIND = CONSTANT\nCONSTVALUE = 0 C",
                   "KIND = DATLINEAR\nFILENAME = $(PROJECT_DIR)/nowhere.ccd");
   const std::string file = project.folder().file("nowhere.ccd");
-  refused("Could not open CCD file '" + file + "'!");
+  refusedAtLine("Could not open CCD file '" + file + "'!", "NAME = Frost");
   EXPECT_NE(project.log().find("Cannot read climate data file '" + file + "'."), std::string::npos);
 }
 
@@ -99,7 +108,7 @@ TEST_F(BadSetup, materialWithoutHeatCapacity) {
 
 TEST_F(BadSetup, rangeOutsideTheGrid) {
   project.replace("ASSIGNMENTS", "RANGE = 0 0 4 0", "RANGE = 0 0 5 0");
-  refused("Invalid range in assignment, range was: 0 0 5 0!");
+  refusedAtLine("Invalid range in assignment, range was: 0 0 5 0!", "RANGE = 0 0 5 0");
 }
 
 TEST_F(BadSetup, twoMaterialsOfOneName) {
@@ -111,12 +120,20 @@ TEST_F(BadSetup, twoMaterialsOfOneName) {
 
 TEST_F(BadSetup, outputOnAMissingGrid) {
   project.replace("OUTPUTS", "OUTPUT_GRID = Hourly", "OUTPUT_GRID = Weekly");
-  refused("Output grid 'Weekly' used by output file 'profile.out' is not defined!");
+  refusedAtLine("Output grid 'Weekly' used by output file 'profile.out' is not defined!",
+                "OUTPUT_GRID = Weekly");
 }
 
 TEST_F(BadSetup, outputInAMissingFormat) {
   project.replace("OUTPUTS", "OUTPUT_FORMAT = Temperature", "OUTPUT_FORMAT = Warmth");
-  refused("Output format 'Warmth' used by output file 'profile.out' is not defined!");
+  refusedAtLine("Output format 'Warmth' used by output file 'profile.out' is not defined!",
+                "OUTPUT_FORMAT = Warmth");
+}
+
+TEST_F(BadSetup, assignmentOfAnUnknownName) {
+  project.replace("ASSIGNMENTS", "NAME = Brick", "NAME = Brik");
+  refusedAtLine("Invalid assignment 'Brik' with type 'MATERIAL'. Check the ID names of your assignments!",
+                "NAME = Brik");
 }
 
 TEST_F(BadSetup, plainFileInPlaceOfTheOutputFolder) {
