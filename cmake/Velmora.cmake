@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
   target_compile_options(velmora_options INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow)
 endif()
 target_include_directories(velmora_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # A test class with a base in an anonymous namespace is only dangerous in a header.
+  target_compile_options(velmora_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(VELMORA_SANITIZE)
   target_compile_options(velmora_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                    -fno-omit-frame-pointer)

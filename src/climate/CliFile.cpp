@@ -12,7 +12,7 @@ namespace VELMORA {
 
 namespace {
 
-const char* const FUNC_ID = "[read_CLI]";
+const char* const CLI_ID = "[read_CLI]";
 
 /// Goes forward to the next line that contains a word.
 bool findLine(LineScanner& lines, std::string_view word) {
@@ -120,7 +120,7 @@ bool parse_CLI(std::string_view content, const TKL::Path& path, std::vector<doub
   comment.clear();
   const auto missing = [&](const char* keyword) {
     errorText =
-        std::string(FUNC_ID) + "  Keyword '" + keyword + "' not found in CLI-file '" + path.str() + "'!";
+        std::string(CLI_ID) + "  Keyword '" + keyword + "' not found in CLI-file '" + path.str() + "'!";
     return false;
   };
   LineScanner lines(content);
@@ -135,7 +135,7 @@ bool parse_CLI(std::string_view content, const TKL::Path& path, std::vector<doub
 
   const std::optional<double> factor = timeFactor(format);
   if (!factor) {
-    errorText = std::string(FUNC_ID) + "  Time format '" + quotedText(format) + "' not supported (yet)!";
+    errorText = std::string(CLI_ID) + "  Time format '" + quotedText(format) + "' not supported (yet)!";
     return false;
   }
   parseData(content, *factor, times, values);
@@ -148,7 +148,7 @@ bool read_CLI(const TKL::Path& path, std::vector<double>& times, std::vector<dou
   values.clear();
   std::string content;
   if (!readWholeFile(path, content)) {
-    errorText = std::string(FUNC_ID) + "  Could not open CLI file '" + path.str() + "'!";
+    errorText = std::string(CLI_ID) + "  Could not open CLI file '" + path.str() + "'!";
     return false;
   }
   return parse_CLI(content, path, times, values, typeName, unitName, comment, errorText);

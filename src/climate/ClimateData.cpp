@@ -14,8 +14,8 @@ namespace VELMORA {
 namespace {
 
 /// The two blanks belong to the tags.
-const char* const PREPARE_ID = "[VelClimateCond::prepareCalculation]  ";
-const char* const READ_ID = "[VelClimateCond::readClimateData]  ";
+const char* const PREPARE_DATA_ID = "[VelClimateCond::prepareCalculation]  ";
+const char* const READ_DATA_ID = "[VelClimateCond::readClimateData]  ";
 
 bool isTemperature(std::int32_t condition) {
   return condition == VelClimateCond::C_TEMPER || condition == VelClimateCond::C_SKYTEMP ||
@@ -46,7 +46,7 @@ bool isNonNegative(VelClimateCond::condition_t condition) {
 }  // namespace
 
 void VelClimateCond::readClimateData(const TKL::Path& path, std::string& typeName, TKL::Unit& unit) {
-  const char* const FUNC_ID = READ_ID;
+  const char* const FUNC_ID = READ_DATA_ID;
   std::vector<double> times;
   TKL::UnitVector values;
   std::string unitName, comment, errorText;
@@ -73,7 +73,7 @@ void VelClimateCond::prepareData(const PlaceholderMap& placeholders) {
 }
 
 void VelClimateCond::checkFileCondition(const std::string& typeName) const {
-  const char* const FUNC_ID = PREPARE_ID;
+  const char* const FUNC_ID = PREPARE_DATA_ID;
   // by index, since older files have other words for some quantities
   const std::int32_t inFile = KeywordList::Enumeration("VelClimateCond::condition_t", typeName);
   if (inFile == condition) return;
@@ -91,7 +91,7 @@ void VelClimateCond::shiftData() {
 }
 
 void VelClimateCond::checkDataRange() const {
-  const char* const FUNC_ID = PREPARE_ID;
+  const char* const FUNC_ID = PREPARE_DATA_ID;
   constexpr double LOWEST = -1000000.0;  // measured series scatter around zero
   constexpr double HIGHEST_HUMIDITY = 1.0000001;
   if (!isNonNegative(condition)) return;

@@ -22,7 +22,7 @@ constexpr double YEAR = 31536000.0;
 
 const char* const READ_ID = "[VelClimateCond::read]";
 /// The two blanks belong to the tag.
-const char* const PREPARE_ID = "[VelClimateCond::prepareCalculation]  ";
+const char* const PREPARE_CALCULATION_ID = "[VelClimateCond::prepareCalculation]  ";
 
 bool switchValue(const KeywordLine& line) {
   const char* const FUNC_ID = READ_ID;
@@ -77,7 +77,7 @@ void VelClimateCond::readKeyword(const KeywordLine& line) {
 }
 
 void VelClimateCond::prepareCalculation(const PlaceholderMap& placeholders) {
-  const char* const FUNC_ID = PREPARE_ID;
+  const char* const FUNC_ID = PREPARE_CALCULATION_ID;
   switch (kind) {
     case K_CONSTANT:
       requireParameters(P_CONSTVALUE, P_CONSTVALUE);
@@ -99,7 +99,7 @@ void VelClimateCond::prepareCalculation(const PlaceholderMap& placeholders) {
 }
 
 void VelClimateCond::requireParameters(std::size_t first, std::size_t last) const {
-  const char* const FUNC_ID = PREPARE_ID;
+  const char* const FUNC_ID = PREPARE_CALCULATION_ID;
   for (std::size_t i = first; i <= last; ++i)
     if (!para[i].isSet())
       throw TKL::Exception(
@@ -107,7 +107,7 @@ void VelClimateCond::requireParameters(std::size_t first, std::size_t last) cons
 }
 
 void VelClimateCond::requirePositive(para_t index, const char* shownName) const {
-  const char* const FUNC_ID = PREPARE_ID;
+  const char* const FUNC_ID = PREPARE_CALCULATION_ID;
   if (para[index].value > 0.0) return;
   throw TKL::Exception(TKL::FormatString("Parameter %1 in climate condition %2 must not be negative or zero!")
                            .arg(shownName)

@@ -78,7 +78,7 @@ constexpr KeywordRow VEL_CONDITIONS_NEW_CONDITION_LIST[] = {
     {"Schedules"},       {"Interfaces"},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory CLIMATE_CATEGORIES[] = {
     {"VelClimateCond::condition_t", Descriptions::SENTENCES, VEL_CLIMATE_COND_CONDITION},
     {"VelClimateCond::kind_t", Descriptions::SENTENCES, VEL_CLIMATE_COND_KIND},
     {"VelClimateCond::para_t", Descriptions::SENTENCES, VEL_CLIMATE_COND_PARA},
@@ -91,7 +91,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> climateCategories() {
-  return CATEGORIES;
+  return CLIMATE_CATEGORIES;
 }
 
 }  // namespace VELMORA

@@ -108,7 +108,7 @@ constexpr KeywordRow VEL_FIELD_COND_FLAG[] = {
     {"CONVECTION_X", "Convection in x-direction"},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory FIELD_CATEGORIES[] = {
     {"VelContactCond::condition_t", Descriptions::SENTENCES, VEL_CONTACT_COND_CONDITION},
     {"VelContactCond::kind_t", Descriptions::SENTENCES, VEL_CONTACT_COND_KIND},
     {"VelContactCond::para_t", Descriptions::SENTENCES, VEL_CONTACT_COND_PARA},
@@ -122,7 +122,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> fieldCategories() {
-  return CATEGORIES;
+  return FIELD_CATEGORIES;
 }
 
 }  // namespace VELMORA

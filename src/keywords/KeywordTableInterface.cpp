@@ -75,7 +75,7 @@ constexpr KeywordRow WTA_CONVECTION_MODEL_CONVECTION_MODEL_PARAM[] = {
     {"CMP_DIFFPRESSURE_MECH", "Pressure difference due to mechanical ventilation."},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory INTERFACE_CATEGORIES[] = {
     {"Interface::type_t", Descriptions::SENTENCES, INTERFACE_TYPE},
     {"Interface::climateType_t", Descriptions::SENTENCES, INTERFACE_CLIMATE_TYPE},
     {"Interface::trySpecification_t", Descriptions::SENTENCES, INTERFACE_TRY_SPECIFICATION},
@@ -92,7 +92,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> interfaceCategories() {
-  return CATEGORIES;
+  return INTERFACE_CATEGORIES;
 }
 
 }  // namespace VELMORA

@@ -103,7 +103,7 @@ constexpr KeywordRow VEL_OUTPUTS_THAW_BEGIN_KIND[] = {
     {"THAWICEVOLUMERATE"},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory OUTPUT_CATEGORIES[] = {
     {"VelOutputFormat::type_t", Descriptions::SENTENCES, VEL_OUTPUT_FORMAT_TYPE},
     {"VelOutputFormat::field_t", Descriptions::SENTENCES, VEL_OUTPUT_FORMAT_FIELD},
     {"VelOutputFormat::flux_t", Descriptions::SENTENCES, VEL_OUTPUT_FORMAT_FLUX},
@@ -116,7 +116,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> outputCategories() {
-  return CATEGORIES;
+  return OUTPUT_CATEGORIES;
 }
 
 }  // namespace VELMORA

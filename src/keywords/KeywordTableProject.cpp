@@ -53,7 +53,7 @@ constexpr KeywordRow VEL_WALL_DATA_PARA[] = {
     {"TIMEZONE", "time zone of location"},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory PROJECT_CATEGORIES[] = {
     {"VelProject::projectParts_t", Descriptions::NONE, VEL_PROJECT_PROJECT_PARTS},
     {"VelProject::data_directories_t", Descriptions::SENTENCES, VEL_PROJECT_DATA_DIRECTORIES},
     {"VelSelection::assignment_t", Descriptions::SENTENCES, VEL_SELECTION_ASSIGNMENT},
@@ -67,7 +67,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> projectCategories() {
-  return CATEGORIES;
+  return PROJECT_CATEGORIES;
 }
 
 }  // namespace VELMORA

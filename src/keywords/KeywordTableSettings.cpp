@@ -33,7 +33,7 @@ constexpr KeywordRow VEL_INITIAL_COND_CONDITION[] = {
     {"SALTMASS", "Salt mass density"},
 };
 
-constexpr KeywordCategory CATEGORIES[] = {
+constexpr KeywordCategory SETTINGS_CATEGORIES[] = {
     {"VelInit::sections_t", Descriptions::KEYWORDS, VEL_INIT_SECTIONS},
     {"VelInit::balance_equations_t", Descriptions::NONE, VEL_INIT_BALANCE_EQUATIONS},
     {"VelInit::solver_type_t", Descriptions::SENTENCES, VEL_INIT_SOLVER_TYPE},
@@ -43,7 +43,7 @@ constexpr KeywordCategory CATEGORIES[] = {
 }  // namespace
 
 std::span<const KeywordCategory> settingsCategories() {
-  return CATEGORIES;
+  return SETTINGS_CATEGORIES;
 }
 
 }  // namespace VELMORA

@@ -12,7 +12,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "AirTransport::Functions";
+constexpr const char* AIR_FUNCTIONS = "AirTransport::Functions";
 const char* const PREPARE_ID = "[AirTransport::prepareCalculation]";
 
 MaterialBase::ParaTransport parameterOf(int direction) {
@@ -104,7 +104,7 @@ void AirTransport::checkLimits(const MaterialBase& material) const {
 void AirTransport::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[AirTransport::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID});
+    readFunctions(lines, {AIR_FUNCTIONS, functions, FUNC_ID});
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex, "Error reading air transport data!", FUNC_ID);
   }
@@ -122,7 +122,7 @@ void AirTransport::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[AirTransport::write]";
   if (!anyFunction(functions) && models.empty()) return;
   writeDirectionTitle(out, indent, "AIR_TRANSPORT", direction, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, AIR_FUNCTIONS, functions);
 }
 
 void AirTransport::readBinary(std::istream& in) {

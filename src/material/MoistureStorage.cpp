@@ -15,7 +15,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "MoistureStorage::Functions";
+constexpr const char* STORAGE_FUNCTIONS = "MoistureStorage::Functions";
 constexpr double PL_TABLE_END = -100.0;           ///< [Pa] from here to 0 a polynomial takes over
 constexpr double KELVIN = TKL::RHO_W * TKL::R_V;  ///< [Pa/K] pl = KELVIN * T * ln(RH)
 constexpr double SMALLEST_RH = 1e-10;             ///< keeps the logarithm of a dry material finite
@@ -102,7 +102,7 @@ double MoistureStorage::pC_Thetal_iterative(double Theta_l, double logpCGuess) c
 void MoistureStorage::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[MoistureStorage::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID});
+    readFunctions(lines, {STORAGE_FUNCTIONS, functions, FUNC_ID});
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex, "Error reading moisture storage data!", FUNC_ID);
   }
@@ -120,7 +120,7 @@ void MoistureStorage::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[MoistureStorage::write]";
   if (!anyFunction(functions) && models.empty()) return;
   writeDirectionTitle(out, indent, "MOISTURE_STORAGE", 0, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, STORAGE_FUNCTIONS, functions);
 }
 
 void MoistureStorage::readBinary(std::istream& in) {

@@ -10,7 +10,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "MoistureTransport::Functions";
+constexpr const char* TRANSPORT_FUNCTIONS = "MoistureTransport::Functions";
 
 MaterialBase::ParaTransport mewOf(int direction) {
   const char* const FUNC_ID = "[MoistureTransport::prepareCalculation]";
@@ -79,7 +79,7 @@ void MoistureTransport::chooseVaporKind(const MaterialBase& material) {
 void MoistureTransport::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[MoistureTransport::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID,
+    readFunctions(lines, {TRANSPORT_FUNCTIONS, functions, FUNC_ID,
                           "Error reading data for function '%1' because too less lines left.",
                           "Error reading data for function '%1' while %2."});
   } catch (TKL::Exception& ex) {
@@ -99,7 +99,7 @@ void MoistureTransport::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[MoistureTransport::write]";
   if (!anyFunction(functions) && models.empty()) return;
   writeDirectionTitle(out, indent, "MOISTURE_TRANSPORT", direction, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, TRANSPORT_FUNCTIONS, functions);
 }
 
 void MoistureTransport::readBinary(std::istream& in) {

@@ -8,7 +8,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "ThermalStorage::Functions";
+constexpr const char* THERMAL_STORAGE_FUNCTIONS = "ThermalStorage::Functions";
 
 }  // namespace
 
@@ -27,7 +27,7 @@ void ThermalStorage::prepareCalculation() {
 void ThermalStorage::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[ThermalStorage::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID});
+    readFunctions(lines, {THERMAL_STORAGE_FUNCTIONS, functions, FUNC_ID});
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex, "Error reading thermal transport data!", FUNC_ID);
   }
@@ -45,7 +45,7 @@ void ThermalStorage::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[ThermalStorage::write]";
   if (!anyFunction(functions) && models.empty()) return;
   writeDirectionTitle(out, indent, "THERMAL_STORAGE", 0, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, THERMAL_STORAGE_FUNCTIONS, functions);
 }
 
 void ThermalStorage::readBinary(std::istream& in) {

@@ -10,7 +10,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "ThermalTransport::Functions";
+constexpr const char* THERMAL_TRANSPORT_FUNCTIONS = "ThermalTransport::Functions";
 
 MaterialBase::ParaTransport parameterOf(int direction) {
   const char* const FUNC_ID = "[ThermalTransport::prepareCalculation]";
@@ -53,7 +53,7 @@ void ThermalTransport::prepareCalculation(const MaterialBase& material, int mate
 void ThermalTransport::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[ThermalTransport::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID});
+    readFunctions(lines, {THERMAL_TRANSPORT_FUNCTIONS, functions, FUNC_ID});
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex, "Error reading thermal transport data!", FUNC_ID);
   }
@@ -71,7 +71,7 @@ void ThermalTransport::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[ThermalTransport::write]";
   if (!anyFunction(functions) && models.empty()) return;
   writeDirectionTitle(out, indent, "HEAT_TRANSPORT", direction, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, THERMAL_TRANSPORT_FUNCTIONS, functions);
 }
 
 void ThermalTransport::readBinary(std::istream& in) {

@@ -12,7 +12,7 @@ namespace MM {
 
 namespace {
 
-constexpr const char* CATEGORY = "VaporContactResistanceModel::Functions";
+constexpr const char* CONTACT_FUNCTIONS = "VaporContactResistanceModel::Functions";
 constexpr const char* PARAM = "VaporContactResistanceModel::Param";
 
 }  // namespace
@@ -20,7 +20,7 @@ constexpr const char* PARAM = "VaporContactResistanceModel::Param";
 void VaporContactResistanceModel::read(const std::vector<std::string>& lines) {
   const char* const FUNC_ID = "[VaporContactResistanceModel::read]";
   try {
-    readFunctions(lines, {CATEGORY, functions, FUNC_ID});
+    readFunctions(lines, {CONTACT_FUNCTIONS, functions, FUNC_ID});
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex, "Error reading vapor transport resistance section!", FUNC_ID);
   }
@@ -46,7 +46,7 @@ void VaporContactResistanceModel::writeBinary(std::ostream& out) const {
 void VaporContactResistanceModel::write(std::ostream& out, int indent) const {
   const char* const FUNC_ID = "[VaporContactResistanceModel::write]";
   writeDirectionTitle(out, indent, "VAPOR_CONTACT_RESISTANCE", 0, FUNC_ID);
-  writeFunctions(out, indent, CATEGORY, functions);
+  writeFunctions(out, indent, CONTACT_FUNCTIONS, functions);
   if (parameters[P_WEIGHT_FACTOR_POS] == 1.0) return;
   const std::string blanks(static_cast<std::size_t>(indent), ' ');
   for (std::uint32_t i = 0; i < NUM_P; ++i)

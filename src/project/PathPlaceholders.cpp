@@ -15,7 +15,7 @@ namespace VELMORA {
 
 namespace {
 
-const char* const CATEGORY = "PathPlaceholders::data_directories_t";
+const char* const DIRECTORY_CATEGORY = "PathPlaceholders::data_directories_t";
 const char* const EXAMPLES_FOLDER = "examples";
 
 /// A part of a path below a directory; a directory that is not known has nothing below it.
@@ -79,7 +79,7 @@ void PathPlaceholders::setDefault(data_directories_t index, const TKL::Path& pat
   if (get(index).isValid()) return;
   set(index, path);
   TKL::message(TKL::FormatString("Setting path placeholder %1 = %2\n")
-                   .arg(KeywordList::Keyword(CATEGORY, index))
+                   .arg(KeywordList::Keyword(DIRECTORY_CATEGORY, index))
                    .arg(path),
                TKL::MSG_STANDARD, FUNC_ID, VERBOSITY);
 }
@@ -111,14 +111,14 @@ void PathPlaceholders::readLine(const TextLine& line, const TKL::Path& installDi
     throw TKL::Exception(
         TKL::FormatString("Unexpected data in this section: '%1'!").arg(quotedText(line.text)), FUNC_ID);
   keyword = TKL::section_title(keyword);
-  if (!KeywordList::KeywordExists(CATEGORY, keyword)) {
+  if (!KeywordList::KeywordExists(DIRECTORY_CATEGORY, keyword)) {
     constexpr int VERBOSITY = 3;
     noteUnknownKeyword(keyword, line.number);
     TKL::message(TKL::FormatString("Invalid keyword '%1' in this section!").arg(quotedText(keyword)),
                  TKL::MSG_WARNING, FUNC_ID, VERBOSITY);
     return;
   }
-  const auto index = static_cast<data_directories_t>(KeywordList::Enumeration(CATEGORY, keyword));
+  const auto index = static_cast<data_directories_t>(KeywordList::Enumeration(DIRECTORY_CATEGORY, keyword));
   set(index, TKL::Path(convertOldFormat(value, installDir, projectDir)));
 }
 

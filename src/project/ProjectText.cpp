@@ -14,14 +14,14 @@ namespace VELMORA {
 
 namespace {
 
-const char* const CATEGORY = "VelProject::projectParts_t";
+const char* const PARTS_CATEGORY = "VelProject::projectParts_t";
 
 using SectionNames = std::array<std::string, ProjectText::NUM_SECTIONS>;
 
 SectionNames sectionNames() {
   SectionNames names;
   for (std::size_t part = 0; part < names.size(); ++part)
-    names[part] = KeywordList::Keyword(CATEGORY, static_cast<std::uint32_t>(part));
+    names[part] = KeywordList::Keyword(PARTS_CATEGORY, static_cast<std::uint32_t>(part));
   return names;
 }
 
@@ -30,7 +30,7 @@ SectionNames sectionNames() {
 void ProjectText::read(std::istream& file) {
   const char* const FUNC_ID = "[VelProject::read]";
   const SectionNames names = sectionNames();
-  const auto projectInfo = static_cast<std::size_t>(KeywordList::Enumeration(CATEGORY, "PROJECT_INFO"));
+  const auto projectInfo = static_cast<std::size_t>(KeywordList::Enumeration(PARTS_CATEGORY, "PROJECT_INFO"));
   SectionText* current = nullptr;
   std::string raw;
   for (int number = 1; std::getline(file, raw); ++number) {

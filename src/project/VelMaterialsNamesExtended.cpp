@@ -8,7 +8,7 @@ namespace {
 
 // A row without a new name has no successor in the database yet. It keeps its place: the first row that fits
 // decides, and some names are contained in others.
-constexpr std::array<MaterialSuccessor, 275> ROWS = {{
+constexpr std::array<MaterialSuccessor, 275> EXTENDED_ROWS = {{
     {"AAC Haniel - Xella.mat", "AutoclavedAeratedConcrete_1.m6"},
     {"Adhesive Covering Plaster.mat", "AdhesiveCoveringPlaster_2.m6"},
     {"Aerated Concrete.mat", ""},
@@ -289,7 +289,7 @@ constexpr std::array<MaterialSuccessor, 275> ROWS = {{
 }  // namespace
 
 std::span<const MaterialSuccessor> materialSuccessorsExtended() {
-  return ROWS;
+  return EXTENDED_ROWS;
 }
 
 }  // namespace VELMORA

@@ -23,7 +23,7 @@ class VelOutputFile {
   std::string gridName;
   int formatLine = 0;  ///< line of the format's name in the project file, 0 where it is not known
   int gridLine = 0;    ///< line of the grid's name
-  TKL::Path path;  ///< full path of the file
+  TKL::Path path;      ///< full path of the file
   std::string species;
   std::vector<Element*> elements;           ///< by number, no doubles; not owned
   std::vector<Side*> sides;                 ///< by number, no doubles; not owned

@@ -38,8 +38,8 @@ class VelSelection {
   assignment_t kind = NUM_A;
   std::bitset<NUM_L> location;  ///< the edges of the rectangle, or the sides of its cells, that are meant
   Range range;
-  int nameLine = 0;   ///< line of the name in the project file, 0 where it is not known
-  int rangeLine = 0;  ///< line of the range
+  int nameLine = 0;           ///< line of the name in the project file, 0 where it is not known
+  int rangeLine = 0;          ///< line of the range
   std::string name;           ///< id name of what is assigned, or "VOID" for a material
   std::string conditionType;  ///< kept as read
 

@@ -52,7 +52,9 @@ bool Integrator::createVectors(std::size_t size) {
 
 bool Integrator::createAbsoluteTolerances() {
   absTol_ = N_VClone(y_);
-  return absTol_ != nullptr;
+  if (absTol_ == nullptr) return false;
+  N_VConst(0.0, absTol_);
+  return true;
 }
 
 int Integrator::initialise(OdeSystem& system, double t, double relativeTolerance) {

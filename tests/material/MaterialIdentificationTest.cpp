@@ -16,7 +16,7 @@ MaterialIdentification readPreV6(const std::string& text) {
   return identification;
 }
 
-Records failure(const std::string& text) {
+Records identificationFailure(const std::string& text) {
   return thrown([&] { read(text); });
 }
 
@@ -69,19 +69,19 @@ TEST(MaterialIdentification, aliases_areKnown) {
 }
 
 TEST(MaterialIdentification, badColour_isReported) {
-  const Records records = failure("COLOUR = reddish\n");
+  const Records records = identificationFailure("COLOUR = reddish\n");
   EXPECT_TRUE(has(records, "Invalid parameter value 'reddish' for keyword 'COLOUR'!", READ_LINE));
   EXPECT_TRUE(has(records, CONTEXT, "[MaterialIdentification::read]"));
 }
 
 TEST(MaterialIdentification, lineWithoutEqualSign_isRefused) {
-  const Records records = failure("NAME Brick\n");
+  const Records records = identificationFailure("NAME Brick\n");
   EXPECT_TRUE(has(records, "Expected keyword, got 'NAME Brick'!", READ_LINE));
   EXPECT_TRUE(has(records, CONTEXT, "[MaterialIdentification::read]"));
 }
 
 TEST(MaterialIdentification, keywordWithoutValue_isRefused) {
-  EXPECT_TRUE(has(failure("NAME =\n"), "Missing value for keyword 'NAME'!", READ_LINE));
+  EXPECT_TRUE(has(identificationFailure("NAME =\n"), "Missing value for keyword 'NAME'!", READ_LINE));
 }
 
 TEST(MaterialIdentification, unknownKeyword_isOnlyWarnedAbout) {
@@ -92,17 +92,17 @@ TEST(MaterialIdentification, unknownKeyword_isOnlyWarnedAbout) {
 }
 
 TEST(MaterialIdentification, fourCategories_areRefused) {
-  EXPECT_TRUE(has(failure("CATEGORY = BRICK MISC SOIL FOILS\n"),
+  EXPECT_TRUE(has(identificationFailure("CATEGORY = BRICK MISC SOIL FOILS\n"),
                   "Invalid parameter value 'BRICK MISC SOIL FOILS' for keyword 'CATEGORY'!",
                   "[MaterialCategory::read]"));
   EXPECT_EQ(read("CATEGORY = BRICK MISC SOIL\n").category.ids.size(), 3U);
 }
 
 TEST(MaterialIdentification, wordsThatAreNoKeyword_areRefused) {
-  EXPECT_FALSE(failure("FLAGS = AIR FOO\n").empty());
-  EXPECT_FALSE(failure("HATCHING = Foo\n").empty());
-  EXPECT_FALSE(failure("SAMPLING_METHOD = Foo\n").empty());
-  EXPECT_FALSE(failure("USE_INSTEAD = Foo\n").empty());
+  EXPECT_FALSE(identificationFailure("FLAGS = AIR FOO\n").empty());
+  EXPECT_FALSE(identificationFailure("HATCHING = Foo\n").empty());
+  EXPECT_FALSE(identificationFailure("SAMPLING_METHOD = Foo\n").empty());
+  EXPECT_FALSE(identificationFailure("USE_INSTEAD = Foo\n").empty());
 }
 
 TEST(MaterialIdentificationPreV6, texts_areRead) {

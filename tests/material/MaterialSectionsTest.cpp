@@ -10,7 +10,7 @@ namespace {
 const std::string NAMED = "[IDENTIFICATION]\nNAME = en:Brick\n";
 const char* const PARAMETER_TAG = "[Material::readASCIIParameterFromLine]";
 
-Records failure(const std::string& text, bool preV6 = false) {
+Records sectionFailure(const std::string& text, bool preV6 = false) {
   const TKL::MessageCapture capture;
   return thrown([&] { materialOf(text, preV6); });
 }
@@ -41,7 +41,7 @@ TEST(MaterialParameters, valueInAnUnknownUnit_isRefused) {
 }
 
 TEST(MaterialParameters, failureInASection_hasItsContext) {
-  const Records records = failure(NAMED + "[STORAGE_BASE_PARAMETERS]\nRHO = heavy\n");
+  const Records records = sectionFailure(NAMED + "[STORAGE_BASE_PARAMETERS]\nRHO = heavy\n");
   EXPECT_TRUE(
       has(records, "Error reading material base parameter section!", "[Material::readASCIIParameters]"));
   EXPECT_TRUE(has(records, "Error reading material 'Brick'.", "[Material::readASCII]"));
@@ -118,14 +118,14 @@ TEST(MaterialSections, commentLines_areSkipped) {
 }
 
 TEST(MaterialSections, textBeforeTheFirstTitle_isRefused) {
-  EXPECT_TRUE(has(failure("RHO = 1 kg/m3\n"),
+  EXPECT_TRUE(has(sectionFailure("RHO = 1 kg/m3\n"),
                   "Expected section header in first non-empty line:\n'RHO = 1 kg/m3'",
                   "[TKL::explode_sections]"));
 }
 
 TEST(MaterialSections, failureOfAMaterialWithoutName_namesTheFile) {
-  EXPECT_TRUE(
-      has(failure("[IDENTIFICATION]\nNAME\n"), "Error reading material file ''.", "[Material::readASCII]"));
+  EXPECT_TRUE(has(sectionFailure("[IDENTIFICATION]\nNAME\n"), "Error reading material file ''.",
+                  "[Material::readASCII]"));
 }
 
 TEST(MaterialSections, materialWithoutVAndW_isIsotropic) {
@@ -150,7 +150,7 @@ TEST(MaterialSections, vAndWData_makeThreeDirections) {
 }
 
 TEST(MaterialSections, wDataWithoutVData_areRefused) {
-  EXPECT_TRUE(has(failure(NAMED + "[AIR_TRANSPORT_W]\nFUNCTION = Kg(Theta_l)\n0 1\n1 1\n"),
+  EXPECT_TRUE(has(sectionFailure(NAMED + "[AIR_TRANSPORT_W]\nFUNCTION = Kg(Theta_l)\n0 1\n1 1\n"),
                   "Found W-direction parameters but no V-direction parameters are given. Invalid anisotropic "
                   "material format!",
                   "[Material::readASCII]"));
@@ -181,13 +181,13 @@ TEST(MaterialSectionsPreV6, functionSections_goToTheirGroups) {
 }
 
 TEST(MaterialSectionsPreV6, failingParameter_showsTheWholeSection) {
-  EXPECT_TRUE(has(failure("[PARAMETER]\nRHO = 1 kg/m3\nCE = warm\n", true),
+  EXPECT_TRUE(has(sectionFailure("[PARAMETER]\nRHO = 1 kg/m3\nCE = warm\n", true),
                   "Error reading basic parameters from string:\n-----\nRHO = 1 kg/m3\nCE = warm\n\n-----\n",
                   "[Material::readASCIIPreV6Parameters]"));
 }
 
 TEST(MaterialPrepare, failure_namesTheMaterial) {
-  EXPECT_TRUE(has(failure(NAMED + "[THERMAL_STORAGE]\nFUNCTION = u(T)\n273 300\n5 5\n"),
+  EXPECT_TRUE(has(sectionFailure(NAMED + "[THERMAL_STORAGE]\nFUNCTION = u(T)\n273 300\n5 5\n"),
                   "Error initializing material 'Brick'.", "[Material::prepareCalculation]"));
 }
 

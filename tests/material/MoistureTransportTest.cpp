@@ -30,7 +30,8 @@ Prepared prepare(const std::string& section, const std::vector<std::string>& lin
   return result;
 }
 
-Records failure(const std::string& section, const std::vector<std::string>& lines = {}, int direction = 0) {
+Records transportFailure(const std::string& section, const std::vector<std::string>& lines = {},
+                         int direction = 0) {
   const TKL::MessageCapture capture;
   return thrown([&] { prepare(section, lines, direction); });
 }
@@ -133,7 +134,7 @@ TEST(MoistureTransport, direction_choosesItsResistance) {
 }
 
 TEST(MoistureTransport, unknownDirection_isRefused) {
-  const Records records = failure("", {"FLAGS = WATERTIGHT"}, 3);
+  const Records records = transportFailure("", {"FLAGS = WATERTIGHT"}, 3);
   EXPECT_TRUE(has(records, "Invalid value for material direction.", PREPARE_TAG));
   EXPECT_TRUE(
       has(records, "Error initializing moisture transport functionality for calculation.", PREPARE_TAG));
@@ -150,9 +151,9 @@ TEST(MoistureTransportNormalised, liquidConductivity_isScaled) {
 }
 
 TEST(MoistureTransportNormalised, liquidConductivityWithoutItsParameter_isRefused) {
-  EXPECT_TRUE(has(failure(KL_NORMALISED), "Require KLEFF parameter for denormalization of Kl_Thetal spline.",
-                  DENORMALIZE_TAG));
-  EXPECT_TRUE(has(failure(KL_NORMALISED, {"KLEFF = 0 s"}),
+  EXPECT_TRUE(has(transportFailure(KL_NORMALISED),
+                  "Require KLEFF parameter for denormalization of Kl_Thetal spline.", DENORMALIZE_TAG));
+  EXPECT_TRUE(has(transportFailure(KL_NORMALISED, {"KLEFF = 0 s"}),
                   "Invalid KLEFF value (0 s) for denormalization of Kl_Thetal spline, must be > 0 s.",
                   DENORMALIZE_TAG));
 }
@@ -164,9 +165,9 @@ TEST(MoistureTransportNormalised, diffusivity_isScaled) {
   EXPECT_DOUBLE_EQ(transport.functions[MoistureTransport::F_lgDl].x.back(), 0.3);
   EXPECT_DOUBLE_EQ(transport.functions[MoistureTransport::F_lgDl].y.back(), -7.0);
   EXPECT_TRUE(capture.contains("Denormalizing Dl(Theta_l) spline.\n"));
-  EXPECT_TRUE(has(failure(section), "Require DLEFF parameter for denormalization of Dl_Thetal spline.",
-                  DENORMALIZE_TAG));
-  EXPECT_TRUE(has(failure(section, {"DLEFF = -1 m2/s"}),
+  EXPECT_TRUE(has(transportFailure(section),
+                  "Require DLEFF parameter for denormalization of Dl_Thetal spline.", DENORMALIZE_TAG));
+  EXPECT_TRUE(has(transportFailure(section, {"DLEFF = -1 m2/s"}),
                   "Invalid DLEFF value (-1 m2/s) for denormalization of Dl_Thetal spline, must be > 0 m2/s.",
                   DENORMALIZE_TAG));
 }
@@ -179,9 +180,9 @@ TEST(MoistureTransportNormalised, vapourConductivity_isScaledWithPorosity) {
   EXPECT_NEAR(transport.functions[MoistureTransport::F_lgKv].y.back(),
               std::log10(2.662e-05 / (10.0 * 461.89 * 296.15)), 1e-12);
   EXPECT_TRUE(capture.contains("Denormalizing Kv(Theta_l) spline.\n"));
-  EXPECT_TRUE(has(failure(section), "Require MEW parameter for denormalization of Kv_Thetal spline.",
+  EXPECT_TRUE(has(transportFailure(section), "Require MEW parameter for denormalization of Kv_Thetal spline.",
                   DENORMALIZE_TAG));
-  EXPECT_TRUE(has(failure(section, {"MEW = 0 -"}),
+  EXPECT_TRUE(has(transportFailure(section, {"MEW = 0 -"}),
                   "Invalid MEW value (0 -) for denormalization of Kv_Thetal spline, must be > 0.",
                   DENORMALIZE_TAG));
 }
@@ -286,8 +287,8 @@ TEST(KirchhoffPotential, ofADiffusivity_isItsIntegralTimesTheDensityOfWater) {
 }
 
 TEST(KirchhoffPotential, diffusivityBeyondSaturation_isRefused) {
-  EXPECT_TRUE(has(failure("FUNCTION = lgDl(Theta_l)\n0 0.4\n-9 -7\n"), "Error while generating Psi spline!",
-                  "[MoistureTransport::prepareKichhoffPotential]"));
+  EXPECT_TRUE(has(transportFailure("FUNCTION = lgDl(Theta_l)\n0 0.4\n-9 -7\n"),
+                  "Error while generating Psi spline!", "[MoistureTransport::prepareKichhoffPotential]"));
 }
 
 TEST(KirchhoffPotential, withoutStorageCurve_isRefused) {

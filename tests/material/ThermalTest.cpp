@@ -24,7 +24,7 @@ ThermalTransport prepared(const std::vector<std::string>& parameterLines, const 
 
 const TKL::LinearSpline NONE;
 
-bool warned(const TKL::MessageCapture& capture, const std::string& text) {
+bool warnedOfThermal(const TKL::MessageCapture& capture, const std::string& text) {
   return capture.has(text, TKL::MSG_WARNING, CHECK_TAG, 2);
 }
 
@@ -170,10 +170,11 @@ TEST(ThermalTransportLimits, moistureCurve_isComparedWithTheParameters) {
   const TKL::MessageCapture capture;
   prepared({"LAMBDA = 0.8 W/mK", "THETA_EFF = 0.3 m3/m3"}, splineOf({0.01, 0.25}, {0.7, 1.4}), NONE);
   const std::string start = "Material 'Brick' has an invalid lambda(Theta_l) spline:\n";
-  EXPECT_TRUE(warned(capture, start + "The minimum Theta_l value (0.01 m3/m3) should be zero!"));
-  EXPECT_TRUE(warned(
+  EXPECT_TRUE(warnedOfThermal(capture, start + "The minimum Theta_l value (0.01 m3/m3) should be zero!"));
+  EXPECT_TRUE(warnedOfThermal(
       capture, start + "The maximum Thetal value (0.25 m3/m3) should be equal to 'THETA_EFF' (0.3 m3/m3)!"));
-  EXPECT_TRUE(warned(capture, start + "The lambda-value (0.7 W/mK) at zero must match LAMBDA (0.8 W/mK)!"));
+  EXPECT_TRUE(
+      warnedOfThermal(capture, start + "The lambda-value (0.7 W/mK) at zero must match LAMBDA (0.8 W/mK)!"));
 }
 
 TEST(ThermalTransportLimits, temperatureCurve_isAskedAt23) {
@@ -183,7 +184,7 @@ TEST(ThermalTransportLimits, temperatureCurve_isAskedAt23) {
   {
     const TKL::MessageCapture capture;
     prepared({"LAMBDA = 0.8 W/mK"}, NONE, splineOf({273.15, 296.15}, {0.5, 0.8}));
-    EXPECT_TRUE(warned(capture, text));
+    EXPECT_TRUE(warnedOfThermal(capture, text));
   }
   {
     const TKL::MessageCapture capture;
@@ -195,12 +196,12 @@ TEST(ThermalTransportLimits, temperatureCurve_isAskedAt23) {
 TEST(ThermalTransportLimits, bothCurves_areWarnedAboutWhereTheyAre1) {
   const TKL::MessageCapture capture;
   prepared({"LAMBDA = 0.8 W/mK"}, splineOf({0, 0.3}, {1, 2}), splineOf({273.15, 296.15}, {1, 2}));
-  EXPECT_TRUE(warned(capture,
-                     "Material 'Brick' has an invalid lambda(T) spline:\n"
-                     "The lambda(T) scaling value (1) at 23 C must be 1!"));
-  EXPECT_TRUE(warned(capture,
-                     "Material 'Brick' has an invalid lambda(Theta_l) spline:\n"
-                     "The lambda(Theta_l) scaling value (1) at 0 m3/m3 must be 1!"));
+  EXPECT_TRUE(warnedOfThermal(capture,
+                              "Material 'Brick' has an invalid lambda(T) spline:\n"
+                              "The lambda(T) scaling value (1) at 23 C must be 1!"));
+  EXPECT_TRUE(warnedOfThermal(capture,
+                              "Material 'Brick' has an invalid lambda(Theta_l) spline:\n"
+                              "The lambda(Theta_l) scaling value (1) at 0 m3/m3 must be 1!"));
 }
 
 TEST(ThermalTransportLimits, bothCurves_passWhereTheyAreNot1) {
@@ -215,7 +216,8 @@ TEST(ThermalTransportLimits, valueNotAbove0_isWarnedAbout) {
   group.kind = ThermalTransport::K_CONSTANT;
   group.lambda = 0.0;
   group.checkLimits(base({}));
-  EXPECT_TRUE(warned(capture, "Material 'Brick' has an invalid lambda dry-value (negativ or zero).\n"));
+  EXPECT_TRUE(
+      warnedOfThermal(capture, "Material 'Brick' has an invalid lambda dry-value (negativ or zero).\n"));
 }
 
 }  // namespace MM

@@ -7,7 +7,7 @@
 namespace VELMORA {
 namespace {
 
-VelOutputFormat formatOf(VelOutputFormat::type_t type, int quantity) {
+VelOutputFormat requirementFormat(VelOutputFormat::type_t type, int quantity) {
   VelOutputFormat format;
   format.type = type;
   format.quantity = quantity;
@@ -17,7 +17,7 @@ VelOutputFormat formatOf(VelOutputFormat::type_t type, int quantity) {
 std::set<int> quantitiesThatNeed(requirement_t requirement, VelOutputFormat::type_t type) {
   std::set<int> quantities;
   for (int quantity = -2; quantity < 60; ++quantity) {
-    if (outputRequirement(formatOf(type, quantity)) == requirement) quantities.insert(quantity);
+    if (outputRequirement(requirementFormat(type, quantity)) == requirement) quantities.insert(quantity);
   }
   return quantities;
 }
@@ -45,10 +45,11 @@ TEST(OutputRequirement, fieldsWithoutStream_areNeverMet) {
   std::bitset<VelInit::NUM_B> all;
   all.set();
   for (const int quantity : {25, 29, 30, 48, -1}) {
-    EXPECT_EQ(REQ_NEVER, outputRequirement(formatOf(VelOutputFormat::T_FIELD, quantity))) << quantity;
+    EXPECT_EQ(REQ_NEVER, outputRequirement(requirementFormat(VelOutputFormat::T_FIELD, quantity)))
+        << quantity;
   }
-  EXPECT_EQ(REQ_NEVER, outputRequirement(formatOf(VelOutputFormat::T_FLUX, 16)));
-  EXPECT_EQ(REQ_NEVER, outputRequirement(formatOf(VelOutputFormat::NUM_T, 0)));
+  EXPECT_EQ(REQ_NEVER, outputRequirement(requirementFormat(VelOutputFormat::T_FLUX, 16)));
+  EXPECT_EQ(REQ_NEVER, outputRequirement(requirementFormat(VelOutputFormat::NUM_T, 0)));
   EXPECT_FALSE(isMet(REQ_NEVER, all));
 }
 

@@ -39,15 +39,16 @@ std::string invalid(const std::string& name, const std::string& type) {
          "'. Check the ID names of your assignments!";
 }
 
-const char* const TAG = "[mark_used]  ";
+const char* const MARK_USED_TAG = "[mark_used]  ";
 
 template <class T>
 void expectMarking(VelSelection::assignment_t kind, const std::string& type) {
   const auto objects = namedList<T>({"a", "b", "c", "c"});
   EXPECT_EQ(mark_used(assigned(kind, {"b", "b"}), objects), (UsedFlags{false, true, false, false})) << type;
-  EXPECT_EQ(thrownBy([&] { mark_used(assigned(kind, {"x"}), objects); }), (Thrown{invalid("x", type), TAG}));
+  EXPECT_EQ(thrownBy([&] { mark_used(assigned(kind, {"x"}), objects); }),
+            (Thrown{invalid("x", type), MARK_USED_TAG}));
   EXPECT_EQ(thrownBy([&] { mark_used(assigned(kind, {"c"}), objects); }),
-            (Thrown{ambiguous("c", type), TAG}));
+            (Thrown{ambiguous("c", type), MARK_USED_TAG}));
 }
 
 }  // namespace
@@ -97,13 +98,13 @@ TEST(MarkUsed, voidOfAnotherKind_isAName) {
   EXPECT_EQ(thrownBy([] {
               mark_used(assigned(VelSelection::A_FIELDCOND, {"VOID"}), namedList<VelFieldCond>({"a"}));
             }),
-            (Thrown{invalid("VOID", "FIELDCOND"), TAG}));
+            (Thrown{invalid("VOID", "FIELDCOND"), MARK_USED_TAG}));
 }
 
 TEST(MarkUsed, missingMaterial_fails) {
   EXPECT_EQ(
       thrownBy([] { mark_used(assigned(VelSelection::A_MATERIAL, {"Wood"}), {makeMaterial("Brick")}); }),
-      (Thrown{invalid("Wood", "MATERIAL"), TAG}));
+      (Thrown{invalid("Wood", "MATERIAL"), MARK_USED_TAG}));
 }
 
 TEST(MarkUsed, twoMaterialsOfOneName_failOnlyIfReferredTo) {
@@ -112,7 +113,7 @@ TEST(MarkUsed, twoMaterialsOfOneName_failOnlyIfReferredTo) {
   EXPECT_EQ(mark_used(assigned(VelSelection::A_MATERIAL, {"Wool"}), materials),
             (UsedFlags{false, true, false}));
   EXPECT_EQ(thrownBy([&] { mark_used(assigned(VelSelection::A_MATERIAL, {"Brick"}), materials); }),
-            (Thrown{ambiguous("Brick", "MATERIAL"), TAG}));
+            (Thrown{ambiguous("Brick", "MATERIAL"), MARK_USED_TAG}));
 }
 
 TEST(MarkUsedWallData, referredWall_isMarked) {

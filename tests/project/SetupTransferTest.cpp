@@ -12,7 +12,7 @@ using TKL::Thrown;
 
 namespace {
 
-constexpr VelSelection::Range ALL{0, 0, 1, 0};
+constexpr VelSelection::Range WHOLE_GRID{0, 0, 1, 0};
 
 VelClimateCond climate(const std::string& name, VelClimateCond::condition_t condition) {
   auto object = named<VelClimateCond>(name);
@@ -57,7 +57,7 @@ TEST(SetupMaterials, unusedMaterialWithoutData_passes) {
 TEST(SetupBoundaryConds, unusedOnes_areDroppedUnchecked) {
   SetupFixture setup({1, 1}, {1});
   setup.project.m_conditions.boundaryConds = {badBoundaryCond("bad"), named<VelBoundaryCond>("good")};
-  setup.assign(VelSelection::A_BOUNDARYCOND, "good", ALL, {VelSelection::L_LEFT});
+  setup.assign(VelSelection::A_BOUNDARYCOND, "good", WHOLE_GRID, {VelSelection::L_LEFT});
   setup.run();
   ASSERT_EQ(setup.data.boundaryConds.size(), 1u);
   EXPECT_EQ(setup.data.boundaryConds[0].name, "good");
@@ -67,7 +67,7 @@ TEST(SetupBoundaryConds, unusedOnes_areDroppedUnchecked) {
 TEST(SetupBoundaryConds, usedOnes_areChecked) {
   SetupFixture setup({1, 1}, {1});
   setup.project.m_conditions.boundaryConds = {badBoundaryCond("bad")};
-  setup.assign(VelSelection::A_BOUNDARYCOND, "bad", ALL, {VelSelection::L_LEFT});
+  setup.assign(VelSelection::A_BOUNDARYCOND, "bad", WHOLE_GRID, {VelSelection::L_LEFT});
   EXPECT_EQ(setup.thrown().text, "EXCOEFF is required");
 }
 
@@ -77,7 +77,7 @@ TEST(SetupBoundaryConds, wallsOfUsedOnes_areTakenOverCheckedAndLinked) {
   rain.idNames[VelBoundaryCond::I_WALLDATA] = "West";
   setup.project.m_conditions.boundaryConds = {rain};
   setup.project.m_conditions.wallData = {named<VelWallData>("East"), named<VelWallData>("West")};
-  setup.assign(VelSelection::A_BOUNDARYCOND, "rain", ALL, {VelSelection::L_LEFT});
+  setup.assign(VelSelection::A_BOUNDARYCOND, "rain", WHOLE_GRID, {VelSelection::L_LEFT});
   EXPECT_EQ(setup.thrown().text, "ORIENTATION is required");
 
   VelWallData& west = setup.project.m_conditions.wallData[1];
@@ -100,8 +100,8 @@ TEST(SetupClimate, usedConditions_areTakenOverAndLinked) {
   setup.project.m_conditions.climateConds = {climate("unused", VelClimateCond::C_TEMPER),
                                              climate("E", VelClimateCond::C_ENESOURCE),
                                              climate("T", VelClimateCond::C_TEMPER)};
-  setup.assign(VelSelection::A_BOUNDARYCOND, "heat", ALL, {VelSelection::L_LEFT});
-  setup.assign(VelSelection::A_FIELDCOND, "source", ALL);
+  setup.assign(VelSelection::A_BOUNDARYCOND, "heat", WHOLE_GRID, {VelSelection::L_LEFT});
+  setup.assign(VelSelection::A_FIELDCOND, "source", WHOLE_GRID);
   setup.run();
   ASSERT_EQ(setup.data.climateConds.size(), 2u);
   EXPECT_EQ(setup.data.fieldConds[0].climate[VelClimateCond::C_ENESOURCE], &setup.data.climateConds[0]);
@@ -138,7 +138,7 @@ TEST(SetupClimate, percentageOfAnotherType_fails) {
 TEST(SetupFieldConds, hiddenAdsorption_isTheLastOne) {
   SetupFixture setup({1, 1}, {1});
   setup.project.m_conditions.fieldConds = {named<VelFieldCond>("a"), named<VelFieldCond>("unused")};
-  setup.assign(VelSelection::A_FIELDCOND, "a", ALL);
+  setup.assign(VelSelection::A_FIELDCOND, "a", WHOLE_GRID);
   setup.run();
   ASSERT_EQ(setup.data.fieldConds.size(), 2u);
   const VelFieldCond& hidden = setup.data.fieldConds[1];
@@ -169,7 +169,7 @@ TEST(SetupFieldConds, remoteConditionThatIsNotAssigned_cannotBeFound) {
   auto source = named<VelFieldCond>("source");
   source.remoteName = "sink";
   setup.project.m_conditions.fieldConds = {source, named<VelFieldCond>("sink")};
-  setup.assign(VelSelection::A_FIELDCOND, "source", ALL);
+  setup.assign(VelSelection::A_FIELDCOND, "source", WHOLE_GRID);
   EXPECT_EQ(setup.thrown(), (Thrown{"Error linking remote field condition to field condtions!",
                                     "[VelFieldCond::assignRemoteFieldCond]"}));
 }

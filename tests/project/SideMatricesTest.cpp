@@ -14,7 +14,7 @@ using TKL::thrownBy;
 
 namespace {
 
-constexpr double PI_AREA = 3.14159265359;
+constexpr double FULL_CIRCLE = 3.14159265359;
 
 struct Sides {
   IndexMatrix indexMatrix;
@@ -131,8 +131,8 @@ TEST(HorizontalSides, planeArea_isWidthTimesThickness) {
 
 TEST(HorizontalSides, rotationArea_isARing) {
   Sides sides = sidesOf(makeDisc({2, 1}, {1, 1}, VelDisc::G_RSYM));
-  EXPECT_DOUBLE_EQ(sides.matrices.horizontalAt(0, 1)->area, 4.0 * PI_AREA);
-  EXPECT_DOUBLE_EQ(sides.matrices.horizontalAt(1, 1)->area, 5.0 * PI_AREA);
+  EXPECT_DOUBLE_EQ(sides.matrices.horizontalAt(0, 1)->area, 4.0 * FULL_CIRCLE);
+  EXPECT_DOUBLE_EQ(sides.matrices.horizontalAt(1, 1)->area, 5.0 * FULL_CIRCLE);
 }
 
 TEST(VerticalSides, neighbours_areLeftAndRight) {
@@ -158,7 +158,7 @@ TEST(VerticalSides, geometry) {
 
 TEST(VerticalSides, rotationArea_isACylinder) {
   Sides sides = sidesOf(makeDisc({2, 1}, {3, 1}, VelDisc::G_RSYM));
-  EXPECT_DOUBLE_EQ(sides.matrices.verticalAt(1, 0)->area, 2.0 * 2.0 * 3.0 * PI_AREA);
+  EXPECT_DOUBLE_EQ(sides.matrices.verticalAt(1, 0)->area, 2.0 * 2.0 * 3.0 * FULL_CIRCLE);
 }
 
 TEST(VerticalSides, atTheAxis_haveNoAreaButADistance) {

@@ -9,56 +9,57 @@ using namespace VELMORA;
 namespace {
 
 using BC = VelBoundaryCond;
-const char* const READ = "[VelBoundaryCond::read]";
+const char* const BOUNDARYCOND_READ = "[VelBoundaryCond::read]";
 
-BC readCondition(const std::string& text) {
+BC readBoundaryCond(const std::string& text) {
   return readRecord<BC>(text);
 }
 
-const std::vector<std::string> PARAMETERS = {"EXCOEFF",
-                                             "EXCH_SLOPE",
-                                             "EXCH_EXP",
-                                             "EXPCOEFF",
-                                             "MINRTEMP",
-                                             "MINRFLUX",
-                                             "SURABSOR",
-                                             "GRDREFLE",
-                                             "SUREMISS",
-                                             "GRDEMISS",
-                                             "SOLAR_ETA0",
-                                             "SOLAR_K0",
-                                             "SOLAR_K1",
-                                             "SD_VALUE",
-                                             "HP_RADIUS",
-                                             "HP_LENGTH",
-                                             "HP_CAPACITY",
-                                             "HP_TRANSFER",
-                                             "HP_SUPPTEMP",
-                                             "HP_QTHERM_T0",
-                                             "HP_COP_T0",
-                                             "HP_TMIN",
-                                             "HP_COP_MIN",
-                                             "HP_TMAX",
-                                             "HP_COP_MAX",
-                                             "HP_RELAX",
-                                             "HP_TEMPER_UPPER_LIMIT",
-                                             "HP_TEMPER_UPPER_HYST",
-                                             "HP_TEMPER_LOWER_LIMIT",
-                                             "HP_TEMPER_LOWER_HYST",
-                                             "AP_FLOWCOEFF"};
+const std::vector<std::string> BOUNDARYCOND_PARAMETERS = {"EXCOEFF",
+                                                          "EXCH_SLOPE",
+                                                          "EXCH_EXP",
+                                                          "EXPCOEFF",
+                                                          "MINRTEMP",
+                                                          "MINRFLUX",
+                                                          "SURABSOR",
+                                                          "GRDREFLE",
+                                                          "SUREMISS",
+                                                          "GRDEMISS",
+                                                          "SOLAR_ETA0",
+                                                          "SOLAR_K0",
+                                                          "SOLAR_K1",
+                                                          "SD_VALUE",
+                                                          "HP_RADIUS",
+                                                          "HP_LENGTH",
+                                                          "HP_CAPACITY",
+                                                          "HP_TRANSFER",
+                                                          "HP_SUPPTEMP",
+                                                          "HP_QTHERM_T0",
+                                                          "HP_COP_T0",
+                                                          "HP_TMIN",
+                                                          "HP_COP_MIN",
+                                                          "HP_TMAX",
+                                                          "HP_COP_MAX",
+                                                          "HP_RELAX",
+                                                          "HP_TEMPER_UPPER_LIMIT",
+                                                          "HP_TEMPER_UPPER_HYST",
+                                                          "HP_TEMPER_LOWER_LIMIT",
+                                                          "HP_TEMPER_LOWER_HYST",
+                                                          "AP_FLOWCOEFF"};
 
 }  // namespace
 
 TEST(VelBoundaryCondRead, everyParameter_isRead) {
-  EXPECT_TRUE(areNumbered(readCondition(numberedParameters(PARAMETERS, "K")).para, PARAMETERS, "K"));
+  EXPECT_TRUE(areNumbered(readBoundaryCond(numberedParameters(BOUNDARYCOND_PARAMETERS, "K")).para,
+                          BOUNDARYCOND_PARAMETERS, "K"));
 }
 
 TEST(VelBoundaryCondRead, everyClimateName_isRead) {
-  EXPECT_TRUE(areClimateNames(readCondition(climateLines()).climateNames));
+  EXPECT_TRUE(areClimateNames(readBoundaryCond(climateLines()).climateNames));
 }
 
 TEST(VelBoundaryCondRead, everyOtherKeyword_isRead) {
-  const BC bc = readCondition(
+  const BC bc = readBoundaryCond(
       "TYPE = HEATCOND\nNAME = outside air\nKIND = EXCHANGE\nSTART_TIME = 2 h\nEND_TIME = 3 d\n"
       "FLAGS = USE_VAPOR_PRESSURE\nWALLDATA = south\nSOLUTION = brine\nROOM = kitchen");
   EXPECT_EQ(bc.condition, BC::C_HEATCOND);
@@ -78,7 +79,7 @@ TEST(VelBoundaryCondRead, everyType_hasItsIndex) {
                                           "WATCONTC", "AIRPRESS", "VOCDIFF", "SOLCONTC", "ROOM"};
   ASSERT_EQ(types.size(), static_cast<std::size_t>(BC::NUM_C));
   for (std::size_t k = 0; k < types.size(); ++k) {
-    EXPECT_EQ(readCondition("TYPE = " + types[k]).condition, static_cast<BC::condition_t>(k)) << types[k];
+    EXPECT_EQ(readBoundaryCond("TYPE = " + types[k]).condition, static_cast<BC::condition_t>(k)) << types[k];
   }
 }
 
@@ -88,12 +89,12 @@ TEST(VelBoundaryCondRead, everyKind_hasItsIndex) {
                                           "HYDROSTATIC", "DEFAULT", "FLOWCOEFF"};
   ASSERT_EQ(kinds.size(), static_cast<std::size_t>(BC::NUM_K));
   for (std::size_t k = 0; k < kinds.size(); ++k) {
-    EXPECT_EQ(readCondition("KIND = " + kinds[k]).kind, static_cast<BC::kind_t>(k)) << kinds[k];
+    EXPECT_EQ(readBoundaryCond("KIND = " + kinds[k]).kind, static_cast<BC::kind_t>(k)) << kinds[k];
   }
 }
 
 TEST(VelBoundaryCondRead, typeAndKind_areOnePastTheLastIfNotSet) {
-  const BC bc = readCondition("NAME = n");
+  const BC bc = readBoundaryCond("NAME = n");
   EXPECT_EQ(bc.condition, 10);
   EXPECT_EQ(bc.kind, 13);
 }
@@ -127,19 +128,19 @@ TEST(VelBoundaryCondRead, unknownKind_fails) {
 }
 
 TEST(VelBoundaryCondRead, flagsLine_setsTheBitsOfItsWords) {
-  const BC bc = readCondition("FLAGS = INCLUDE_GROUND \t USE_VAPOR_PRESSURE");
+  const BC bc = readBoundaryCond("FLAGS = INCLUDE_GROUND \t USE_VAPOR_PRESSURE");
   EXPECT_TRUE(bc.flags.test(2));
   EXPECT_TRUE(bc.flags.test(0));
   EXPECT_FALSE(bc.flags.test(1));
 }
 
 TEST(VelBoundaryCondRead, flagsLine_clearsTheFlagsBefore) {
-  const BC bc = readCondition("FLAGS = INCLUDE_GROUND\nFLAGS = USE_VAPOR_PRESSURE");
+  const BC bc = readBoundaryCond("FLAGS = INCLUDE_GROUND\nFLAGS = USE_VAPOR_PRESSURE");
   EXPECT_EQ(bc.flags.to_ulong(), 1u);
 }
 
 TEST(VelBoundaryCondRead, oldFlagWords_areKnown) {
-  const BC bc = readCondition("FLAGS = INCL_RH_CL INCL_GROUND");
+  const BC bc = readBoundaryCond("FLAGS = INCL_RH_CL INCL_GROUND");
   EXPECT_TRUE(bc.flags.test(BC::F_INCLUDE_RH_CLOUD));
   EXPECT_TRUE(bc.flags.test(BC::F_INCLUDE_GROUND));
 }
@@ -154,46 +155,46 @@ TEST(VelBoundaryCondRead, unknownFlag_fails) {
 
 TEST(VelBoundaryCondRead, oldFlagKeywords_workWithAWarning) {
   TKL::MessageCapture capture;
-  const BC bc = readCondition("INCL_RH_CL = 1\nINCL_GROUND = 1");
+  const BC bc = readBoundaryCond("INCL_RH_CL = 1\nINCL_GROUND = 1");
   EXPECT_TRUE(bc.flags.test(BC::F_INCLUDE_RH_CLOUD));
   EXPECT_TRUE(bc.flags.test(BC::F_INCLUDE_GROUND));
-  EXPECT_TRUE(
-      capture.has("Invalid or deprecated keyword 'INCL_RH_CL' in this section!", TKL::MSG_WARNING, READ, 3));
-  EXPECT_TRUE(
-      capture.has("Invalid or deprecated keyword 'INCL_GROUND' in this section!", TKL::MSG_WARNING, READ, 3));
+  EXPECT_TRUE(capture.has("Invalid or deprecated keyword 'INCL_RH_CL' in this section!", TKL::MSG_WARNING,
+                          BOUNDARYCOND_READ, 3));
+  EXPECT_TRUE(capture.has("Invalid or deprecated keyword 'INCL_GROUND' in this section!", TKL::MSG_WARNING,
+                          BOUNDARYCOND_READ, 3));
 }
 
 TEST(VelBoundaryCondRead, oldFlagKeywordWithZero_clearsTheFlag) {
   TKL::MessageCapture capture;
-  const BC bc = readCondition("FLAGS = INCLUDE_GROUND\nINCL_GROUND = 0");
+  const BC bc = readBoundaryCond("FLAGS = INCLUDE_GROUND\nINCL_GROUND = 0");
   EXPECT_TRUE(bc.flags.none());
 }
 
 TEST(VelBoundaryCondRead, oldFlagKeywordWithAWord_hasNoEffect) {
   TKL::MessageCapture capture;
-  EXPECT_TRUE(readCondition("INCL_GROUND = yes\nINCL_RH_CL = 2").flags.none());
+  EXPECT_TRUE(readBoundaryCond("INCL_GROUND = yes\nINCL_RH_CL = 2").flags.none());
 }
 
 TEST(VelBoundaryCondRead, shwradAsKeyword_isTheClimate) {
-  const BC bc = readCondition("TYPE = SHWRAD\nSHWRAD = sun");
+  const BC bc = readBoundaryCond("TYPE = SHWRAD\nSHWRAD = sun");
   EXPECT_EQ(bc.condition, BC::C_SHWRAD);
   EXPECT_EQ(bc.climateNames[VelClimateCond::C_SHWRAD], "sun");
 }
 
 TEST(VelBoundaryCondRead, oldClimateKeyword_isKnown) {
-  EXPECT_EQ(readCondition("Temper = air").climateNames[VelClimateCond::C_TEMPER], "air");
-  EXPECT_EQ(readCondition("HEATFLUX = lamp").climateNames[VelClimateCond::C_HEATFLUXDENS], "lamp");
+  EXPECT_EQ(readBoundaryCond("Temper = air").climateNames[VelClimateCond::C_TEMPER], "air");
+  EXPECT_EQ(readBoundaryCond("HEATFLUX = lamp").climateNames[VelClimateCond::C_HEATFLUXDENS], "lamp");
 }
 
 TEST(VelBoundaryCondRead, unreadableParameter_fails) {
   EXPECT_EQ(thrownByReading<BC>("EXCOEFF = lots"),
-            (Thrown{"Invalid parameter value 'lots' for keyword 'EXCOEFF'!", READ}));
+            (Thrown{"Invalid parameter value 'lots' for keyword 'EXCOEFF'!", BOUNDARYCOND_READ}));
   EXPECT_EQ(thrownByReading<BC>("START_TIME = now"),
-            (Thrown{"Invalid parameter value 'now' for keyword 'START_TIME'!", READ}));
+            (Thrown{"Invalid parameter value 'now' for keyword 'START_TIME'!", BOUNDARYCOND_READ}));
   EXPECT_EQ(thrownByReading<BC>("END_TIME = 5"),
-            (Thrown{"Invalid parameter value '5' for keyword 'END_TIME'!", READ}));
+            (Thrown{"Invalid parameter value '5' for keyword 'END_TIME'!", BOUNDARYCOND_READ}));
 }
 
 TEST(VelBoundaryCondRead, parameter_isStoredInItsBaseUnit) {
-  EXPECT_DOUBLE_EQ(readCondition("MINRTEMP = 1 C").para[BC::P_MINRTEMP].value, 274.15);
+  EXPECT_DOUBLE_EQ(readBoundaryCond("MINRTEMP = 1 C").para[BC::P_MINRTEMP].value, 274.15);
 }

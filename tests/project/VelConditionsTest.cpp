@@ -9,7 +9,7 @@ using namespace VELMORA;
 
 namespace {
 
-const char* const READ = "[VelConditions::read]";
+const char* const CONDITIONS_READ = "[VelConditions::read]";
 
 VelConditions readConditions(const std::string& text) {
   return readRecord<VelConditions>(text);
@@ -77,12 +77,13 @@ TEST(VelConditions, repeatedList_goesOnWithTheSameList) {
 
 TEST(VelConditions, lineBeforeTheFirstList_fails) {
   EXPECT_EQ(thrownByReading<VelConditions>("[WALL_DATA]"),
-            (Thrown{"Expected keyword indicating a new condition list, got 'WALL_DATA'!", READ}));
+            (Thrown{"Expected keyword indicating a new condition list, got 'WALL_DATA'!", CONDITIONS_READ}));
 }
 
 TEST(VelConditions, mixedCaseListName_isNoList) {
   EXPECT_EQ(thrownByReading<VelConditions>("ClimateConditions"),
-            (Thrown{"Expected keyword indicating a new condition list, got 'ClimateConditions'!", READ}));
+            (Thrown{"Expected keyword indicating a new condition list, got 'ClimateConditions'!",
+                    CONDITIONS_READ}));
 }
 
 TEST(VelConditions, emptyLines_areSkipped) {
@@ -107,25 +108,25 @@ TEST(VelConditions, recordFailure_knowsItsLine) {
 
 TEST(VelConditions, unreadableDefault_fails) {
   EXPECT_EQ(thrownByReading<VelConditions>("DEFAULT_CONDITIONS\nDEFAULT_TEMPERATURE = warm"),
-            (Thrown{"Invalid parameter value 'warm' for keyword 'DEFAULT_TEMPERATURE'!", READ}));
+            (Thrown{"Invalid parameter value 'warm' for keyword 'DEFAULT_TEMPERATURE'!", CONDITIONS_READ}));
   EXPECT_EQ(thrownByReading<VelConditions>("DEFAULT_CONDITIONS\nDEFAULT_RELHUM = 50"),
-            (Thrown{"Invalid parameter value '50' for keyword 'DEFAULT_RELHUM'!", READ}));
+            (Thrown{"Invalid parameter value '50' for keyword 'DEFAULT_RELHUM'!", CONDITIONS_READ}));
 }
 
 TEST(VelConditions, defaultLineWithoutEqualSign_fails) {
   EXPECT_EQ(thrownByReading<VelConditions>("DEFAULT_CONDITIONS\nloose words"),
-            (Thrown{"Expected keyword, got 'loose words'!", READ}));
+            (Thrown{"Expected keyword, got 'loose words'!", CONDITIONS_READ}));
 }
 
 TEST(VelConditions, emptyDefault_fails) {
   EXPECT_EQ(thrownByReading<VelConditions>("DEFAULT_CONDITIONS\nDEFAULT_RELHUM ="),
-            (Thrown{"Missing value for keyword 'DEFAULT_RELHUM'!", READ}));
+            (Thrown{"Missing value for keyword 'DEFAULT_RELHUM'!", CONDITIONS_READ}));
 }
 
 TEST(VelConditions, unknownDefault_isWarnedAbout) {
   TKL::MessageCapture capture;
   readConditions("DEFAULT_CONDITIONS\nCOLOUR = red");
-  EXPECT_TRUE(capture.has(UNKNOWN_KEYWORD, TKL::MSG_WARNING, READ, 3));
+  EXPECT_TRUE(capture.has(UNKNOWN_KEYWORD, TKL::MSG_WARNING, CONDITIONS_READ, 3));
 }
 
 TEST(VelConditionsExplodeList, blocks_holdTheLinesBetweenHeaders) {

@@ -12,15 +12,15 @@ using namespace VELMORA;
 namespace {
 
 using KC = VelContactCond;
-const char* const READ = "[VelContactCond::read]";
+const char* const CONTACTCOND_READ = "[VelContactCond::read]";
 
-KC readCondition(const std::string& text) {
+KC readContactCond(const std::string& text) {
   return readRecord<KC>(text);
 }
 
 /// Text of the standard error that checking throws. A `TKL::Exception` is not one.
 std::string failureOf(const std::string& text) {
-  const KC condition = readCondition(text);
+  const KC condition = readContactCond(text);
   try {
     condition.checkParameters();
   } catch (const TKL::Exception& exception) {
@@ -32,12 +32,12 @@ std::string failureOf(const std::string& text) {
 }
 
 KC prepared(const std::string& text) {
-  KC condition = readCondition(text);
+  KC condition = readContactCond(text);
   condition.prepareParameters();
   return condition;
 }
 
-const std::vector<std::string> PARAMETERS = {
+const std::vector<std::string> CONTACTCOND_PARAMETERS = {
     "HEATCONDRES",       "VAPDIFFRES",        "WATCONDRES",    "AIRCONVRES",
     "SALDIFFRES",        "EXCOEFF",           "EXCH_SLOPE",    "EXCH_EXP",
     "WEIGHT_FACTOR_POS", "WEIGHT_FACTOR_NEG", "SCALING_A_POS", "SCALING_B_POS",
@@ -52,11 +52,12 @@ const std::string SD_POS = "sd+(rh) = 0 1 ; 10 0.5\n";
 }  // namespace
 
 TEST(VelContactCondRead, everyParameter_isRead) {
-  EXPECT_TRUE(areNumbered(readCondition(numberedParameters(PARAMETERS, "m")).para, PARAMETERS, "m"));
+  EXPECT_TRUE(areNumbered(readContactCond(numberedParameters(CONTACTCOND_PARAMETERS, "m")).para,
+                          CONTACTCOND_PARAMETERS, "m"));
 }
 
 TEST(VelContactCondRead, everyOtherKeyword_isRead) {
-  const KC kc = readCondition(
+  const KC kc = readContactCond(
       "NAME = retarder\nTYPE = FOIL_ADAPTIVE\nKIND = DIRECTION_DEPENDENT\nFOIL_NAME = smart foil\n"
       "SD_POSITIVE_DIRECTION = no\nsd+(rh) = 0 1 ; 10 0.5\nsd-(rh) = 0 0.5 1 ; 8 4 2");
   EXPECT_EQ(kc.name, "retarder");
@@ -75,7 +76,7 @@ TEST(VelContactCondRead, everyType_hasItsIndex) {
                                           "ADDITIONAL_RESISTANCE"};
   ASSERT_EQ(types.size(), static_cast<std::size_t>(KC::NUM_C));
   for (std::size_t k = 0; k < types.size(); ++k) {
-    EXPECT_EQ(readCondition("TYPE = " + types[k]).condition, static_cast<int>(k)) << types[k];
+    EXPECT_EQ(readContactCond("TYPE = " + types[k]).condition, static_cast<int>(k)) << types[k];
   }
 }
 
@@ -84,7 +85,7 @@ TEST(VelContactCondRead, everyKind_hasItsIndex) {
                                           "DIRECTION_INDEPENDENT"};
   ASSERT_EQ(kinds.size(), static_cast<std::size_t>(KC::NUM_K));
   for (std::size_t k = 0; k < kinds.size(); ++k) {
-    EXPECT_EQ(readCondition("KIND = " + kinds[k]).kind, static_cast<int>(k)) << kinds[k];
+    EXPECT_EQ(readContactCond("KIND = " + kinds[k]).kind, static_cast<int>(k)) << kinds[k];
   }
 }
 
@@ -98,14 +99,14 @@ TEST(VelContactCondRead, isUnsetByDefaultInPositiveDirection) {
 }
 
 TEST(VelContactCondRead, positiveDirection_isTrueOnlyForYes) {
-  EXPECT_TRUE(readCondition("SD_POSITIVE_DIRECTION = Yes").sdPositiveDirection);
-  EXPECT_FALSE(readCondition("SD_POSITIVE_DIRECTION = 1").sdPositiveDirection);
-  EXPECT_FALSE(readCondition("SD_POSITIVE_DIRECTION = true").sdPositiveDirection);
+  EXPECT_TRUE(readContactCond("SD_POSITIVE_DIRECTION = Yes").sdPositiveDirection);
+  EXPECT_FALSE(readContactCond("SD_POSITIVE_DIRECTION = 1").sdPositiveDirection);
+  EXPECT_FALSE(readContactCond("SD_POSITIVE_DIRECTION = true").sdPositiveDirection);
 }
 
 TEST(VelContactCondRead, unreadableParameter_fails) {
   EXPECT_EQ(thrownByReading<KC>("EXCOEFF = lots"),
-            (Thrown{"Invalid parameter value 'lots' for keyword 'EXCOEFF'!", READ}));
+            (Thrown{"Invalid parameter value 'lots' for keyword 'EXCOEFF'!", CONTACTCOND_READ}));
 }
 
 TEST(VelContactCondRead, unknownTypeOrKind_fails) {
@@ -123,44 +124,44 @@ TEST(VelContactCondRead, unknownTypeOrKind_fails) {
 
 TEST(VelContactCondFunction, lists_mayBeSeparatedByFourMarks) {
   for (const char* mark : {";", ",", "|", ":"}) {
-    const KC kc = readCondition(std::string("sd+(rh) = 0 0.5 1 ") + mark + " 9 5 3");
+    const KC kc = readContactCond(std::string("sd+(rh) = 0 0.5 1 ") + mark + " 9 5 3");
     EXPECT_EQ(kc.functions[0].x, (std::vector<double>{0.0, 0.5, 1.0})) << mark;
     EXPECT_EQ(kc.functions[0].y, (std::vector<double>{9.0, 5.0, 3.0})) << mark;
   }
 }
 
 TEST(VelContactCondFunction, listsWithoutMark_areToldByTheirRangeZeroToOne) {
-  const KC kc = readCondition("sd+(rh) = 0 0.5 1 9 5 3");
+  const KC kc = readContactCond("sd+(rh) = 0 0.5 1 9 5 3");
   EXPECT_EQ(kc.functions[0].x, (std::vector<double>{0.0, 0.5, 1.0}));
   EXPECT_EQ(kc.functions[0].y, (std::vector<double>{9.0, 5.0, 3.0}));
 }
 
 TEST(VelContactCondFunction, otherNumbers_arePairs) {
-  const KC kc = readCondition("sd+(rh) = 0 9 0.5 5 1 3");
+  const KC kc = readContactCond("sd+(rh) = 0 9 0.5 5 1 3");
   EXPECT_EQ(kc.functions[0].x, (std::vector<double>{0.0, 0.5, 1.0}));
   EXPECT_EQ(kc.functions[0].y, (std::vector<double>{9.0, 5.0, 3.0}));
 }
 
 TEST(VelContactCondFunction, isReadyForUse) {
-  EXPECT_DOUBLE_EQ(readCondition("sd+(rh) = 0 9 0.5 5 1 3").functions[0].value(0.25), 7.0);
+  EXPECT_DOUBLE_EQ(readContactCond("sd+(rh) = 0 9 0.5 5 1 3").functions[0].value(0.25), 7.0);
 }
 
 TEST(VelContactCondFunction, badPoints_fail) {
   EXPECT_EQ(thrownByReading<KC>("sd+(rh) = 0 1 ; 5"),
-            (Thrown{"Invalid parameter value '0 1 ; 5' for keyword 'sd+(rh)'!", READ}));
+            (Thrown{"Invalid parameter value '0 1 ; 5' for keyword 'sd+(rh)'!", CONTACTCOND_READ}));
   EXPECT_EQ(thrownByReading<KC>("sd-(rh) = 0 9 1"),
-            (Thrown{"Invalid parameter value '0 9 1' for keyword 'sd-(rh)'!", READ}));
+            (Thrown{"Invalid parameter value '0 9 1' for keyword 'sd-(rh)'!", CONTACTCOND_READ}));
   EXPECT_EQ(thrownByReading<KC>("sd-(rh) = none"),
-            (Thrown{"Invalid parameter value 'none' for keyword 'sd-(rh)'!", READ}));
+            (Thrown{"Invalid parameter value 'none' for keyword 'sd-(rh)'!", CONTACTCOND_READ}));
   EXPECT_EQ(thrownByReading<KC>("sd-(rh) = 1 9 0.5 8"),
-            (Thrown{"Invalid parameter value '1 9 0.5 8' for keyword 'sd-(rh)'!", READ}));
+            (Thrown{"Invalid parameter value '1 9 0.5 8' for keyword 'sd-(rh)'!", CONTACTCOND_READ}));
   EXPECT_EQ(thrownByReading<KC>("sd-(rh) = ;"),
-            (Thrown{"Invalid parameter value ';' for keyword 'sd-(rh)'!", READ}));
+            (Thrown{"Invalid parameter value ';' for keyword 'sd-(rh)'!", CONTACTCOND_READ}));
 }
 
 TEST(VelContactCondFunction, badPoints_haveTheirCauseInTheChain) {
   try {
-    readCondition("sd+(rh) = 0 1 ; 5");
+    readContactCond("sd+(rh) = 0 1 ; 5");
     FAIL() << "nothing thrown";
   } catch (const TKL::Exception& exception) {
     ASSERT_EQ(exception.records().size(), 2u);

@@ -12,13 +12,13 @@ using namespace VELMORA;
 namespace {
 
 using FC = VelFieldCond;
-const char* const READ = "[VelFieldCond::read]";
+const char* const FIELDCOND_READ = "[VelFieldCond::read]";
 
-FC readCondition(const std::string& text) {
+FC readFieldCond(const std::string& text) {
   return readRecord<FC>(text);
 }
 
-const std::vector<std::string> PARAMETERS = {
+const std::vector<std::string> FIELDCOND_PARAMETERS = {
     "WATTRANSFCOEFF",           "ENETRANSFCOEFF",      "PCM_MELT_TEMP",       "PCM_DEL_TEMP",
     "FLUID_CAPACITY",           "LIM_SATDEGREE",       "LIM_SNK_TEMPERATURE", "WATTRANS_EXPONENT",
     "LEFT_EMISS_COEFF",         "RIGHT_EMISS_COEFF",   "TOP_EMISS_COEFF",     "BOTTOM_EMISS_COEFF",
@@ -61,16 +61,16 @@ class RemotePair {
 }  // namespace
 
 TEST(VelFieldCond, everyParameter_isRead) {
-  const FC fc = readCondition("TYPE = WATSOURCE\n" + numberedParameters(PARAMETERS, "K"));
-  EXPECT_TRUE(areNumbered(fc.para, PARAMETERS, "K"));
+  const FC fc = readFieldCond("TYPE = WATSOURCE\n" + numberedParameters(FIELDCOND_PARAMETERS, "K"));
+  EXPECT_TRUE(areNumbered(fc.para, FIELDCOND_PARAMETERS, "K"));
 }
 
 TEST(VelFieldCond, everyClimateName_isRead) {
-  EXPECT_TRUE(areClimateNames(readCondition("TYPE = WATSOURCE\n" + climateLines()).climateNames));
+  EXPECT_TRUE(areClimateNames(readFieldCond("TYPE = WATSOURCE\n" + climateLines()).climateNames));
 }
 
 TEST(VelFieldCond, everyOtherKeyword_isRead) {
-  const FC fc = readCondition(
+  const FC fc = readFieldCond(
       "TYPE = REMENESOUR\nNAME = near end\nSTART_TIME = 2 h\nEND_TIME = 3 d\nFLAGS = LW_RADIATION_Y\n"
       "REMOTE_COND = far end");
   EXPECT_EQ(fc.condition, FC::C_REMENESOUR);
@@ -90,12 +90,12 @@ TEST(VelFieldCond, everyType_hasItsIndex) {
       "CONVECTIVE_SOURCE", "AMBIENTRADIATION", "AIRFLOW",       "MEDIAFLOW"};
   ASSERT_EQ(types.size(), static_cast<std::size_t>(FC::NUM_C));
   for (std::size_t k = 0; k < types.size(); ++k) {
-    EXPECT_EQ(readCondition("TYPE = " + types[k]).condition, static_cast<FC::condition_t>(k)) << types[k];
+    EXPECT_EQ(readFieldCond("TYPE = " + types[k]).condition, static_cast<FC::condition_t>(k)) << types[k];
   }
 }
 
 TEST(VelFieldCond, everyFlag_hasItsIndex) {
-  const FC fc = readCondition("TYPE = WATSOURCE\nFLAGS = USE_FLOWRATE CONVECTION_X");
+  const FC fc = readFieldCond("TYPE = WATSOURCE\nFLAGS = USE_FLOWRATE CONVECTION_X");
   EXPECT_TRUE(fc.flags.test(0));
   EXPECT_FALSE(fc.flags.test(1));
   EXPECT_FALSE(fc.flags.test(2));
@@ -119,19 +119,19 @@ TEST(VelFieldCond, allElse_isEmptyByDefault) {
 }
 
 TEST(VelFieldCond, typeAfterOtherKeywords_counts) {
-  const FC fc = readCondition("NAME = n\nMAX_WATCONT = 0.2 m3/m3\nTYPE = WATSOURCE");
+  const FC fc = readFieldCond("NAME = n\nMAX_WATCONT = 0.2 m3/m3\nTYPE = WATSOURCE");
   EXPECT_EQ(fc.condition, FC::C_WATSOURCE);
   EXPECT_EQ(fc.para[FC::P_MAX_WATCONT].value, 0.2);
 }
 
 TEST(VelFieldCond, blockWithoutType_fails) {
   TKL::MessageCapture capture;
-  EXPECT_EQ(thrownByReading<FC>("NAME = n"), (Thrown{"No condition found", READ}));
-  EXPECT_TRUE(capture.has("Error reading condition type!", TKL::MSG_ERROR, READ, -1));
+  EXPECT_EQ(thrownByReading<FC>("NAME = n"), (Thrown{"No condition found", FIELDCOND_READ}));
+  EXPECT_TRUE(capture.has("Error reading condition type!", TKL::MSG_ERROR, FIELDCOND_READ, -1));
 }
 
 TEST(VelFieldCond, emptyType_fails) {
-  EXPECT_EQ(thrownByReading<FC>("TYPE ="), (Thrown{"Missing value for keyword 'TYPE'!", READ}));
+  EXPECT_EQ(thrownByReading<FC>("TYPE ="), (Thrown{"Missing value for keyword 'TYPE'!", FIELDCOND_READ}));
 }
 
 TEST(VelFieldCond, unknownType_fails) {
@@ -146,7 +146,7 @@ TEST(VelFieldCond, unknownType_fails) {
 TEST(VelFieldCond, unreadableParameter_isReportedAndReadingGoesOn) {
   TKL::MessageCapture capture;
   const FC fc =
-      readCondition("TYPE = WATSOURCE\nMAX_WATCONT = lots\nSTART_TIME = now\nEND_TIME = 5\nNAME = after");
+      readFieldCond("TYPE = WATSOURCE\nMAX_WATCONT = lots\nSTART_TIME = now\nEND_TIME = 5\nNAME = after");
   EXPECT_EQ(fc.name, "after");
   EXPECT_FALSE(fc.para[FC::P_MAX_WATCONT].isSet());
   EXPECT_FALSE(fc.startTime.isSet());
@@ -154,27 +154,27 @@ TEST(VelFieldCond, unreadableParameter_isReportedAndReadingGoesOn) {
   for (const char* text : {"Invalid parameter value 'lots' for keyword 'MAX_WATCONT'!",
                            "Invalid parameter value 'now' for keyword 'START_TIME'!",
                            "Invalid parameter value '5' for keyword 'END_TIME'!"}) {
-    EXPECT_TRUE(capture.has(text, TKL::MSG_ERROR, READ, -1)) << text;
+    EXPECT_TRUE(capture.has(text, TKL::MSG_ERROR, FIELDCOND_READ, -1)) << text;
   }
 }
 
 TEST(VelFieldCond, parameterWithUnknownUnit_isReportedAndReadingGoesOn) {
   TKL::MessageCapture capture;
-  const FC fc = readCondition("TYPE = WATSOURCE\nMAX_WATCONT = 1 Q\nNAME = after");
+  const FC fc = readFieldCond("TYPE = WATSOURCE\nMAX_WATCONT = 1 Q\nNAME = after");
   EXPECT_EQ(fc.name, "after");
-  EXPECT_TRUE(
-      capture.has("Invalid parameter value '1 Q' for keyword 'MAX_WATCONT'!", TKL::MSG_ERROR, READ, -1));
+  EXPECT_TRUE(capture.has("Invalid parameter value '1 Q' for keyword 'MAX_WATCONT'!", TKL::MSG_ERROR,
+                          FIELDCOND_READ, -1));
 }
 
 TEST(VelFieldCond, leakageBlock_isKeptForItsModel) {
-  const FC fc = readCondition(LEAKAGE);
+  const FC fc = readFieldCond(LEAKAGE);
   ASSERT_TRUE(fc.wtaModel.has_value());
   EXPECT_EQ(fc.wtaModel->text.size(), 6u);
   EXPECT_EQ(fc.wtaModel->text.begin()->text, "CMC_INDOOR_TEMPER = room air");
 }
 
 TEST(VelFieldCond, leakageBlock_givesNameAndClimateNames) {
-  const FC fc = readCondition(LEAKAGE);
+  const FC fc = readFieldCond(LEAKAGE);
   EXPECT_EQ(fc.name, "leak");
   EXPECT_EQ(fc.wtaModel->climateNames,
             (std::array<std::string, 3>{"room air", "outside air", "room humidity"}));
@@ -182,14 +182,14 @@ TEST(VelFieldCond, leakageBlock_givesNameAndClimateNames) {
 
 TEST(VelFieldCond, leakageBlock_isNotReadByTheOtherKeywords) {
   TKL::MessageCapture capture;
-  const FC fc = readCondition("TYPE = CONVECTIVE_SOURCE\nTEMPER = air\nMAX_WATCONT = 1 m3/m3\nCOLOUR = red");
+  const FC fc = readFieldCond("TYPE = CONVECTIVE_SOURCE\nTEMPER = air\nMAX_WATCONT = 1 m3/m3\nCOLOUR = red");
   EXPECT_TRUE(fc.climateNames[VelClimateCond::C_TEMPER].empty());
   EXPECT_FALSE(fc.para[FC::P_MAX_WATCONT].isSet());
   EXPECT_TRUE(capture.messages.empty());
 }
 
 TEST(VelFieldCond, modelThatIsNotThere_fails) {
-  FC fc = readCondition("TYPE = GAS_CONVECTION\nNAME = gap");
+  FC fc = readFieldCond("TYPE = GAS_CONVECTION\nNAME = gap");
   EXPECT_EQ(
       TKL::thrownBy([&] { fc.prepareModel(VelSelection(), IndexMatrix(1, 1), {}); }),
       (Thrown{
@@ -201,14 +201,14 @@ TEST(VelFieldCond, climateCondition_isFoundByName) {
   std::vector<VelClimateCond> climates(1);
   climates[0].name = "air";
   climates[0].condition = VelClimateCond::C_TEMPER;
-  FC fc = readCondition("TYPE = AIRCHANGE\nTEMPER = air");
+  FC fc = readFieldCond("TYPE = AIRCHANGE\nTEMPER = air");
   fc.assignClimateCond(climates);
   EXPECT_EQ(fc.climate[VelClimateCond::C_TEMPER], &climates[0]);
 }
 
 TEST(VelFieldCond, missingClimate_isReportedAndFails) {
   TKL::MessageCapture capture;
-  FC fc = readCondition("TYPE = AIRCHANGE\nAIRCHANGE = rate");
+  FC fc = readFieldCond("TYPE = AIRCHANGE\nAIRCHANGE = rate");
   EXPECT_EQ(TKL::thrownBy([&] { fc.assignClimateCond({}); }),
             (Thrown{"Error linking climate conditions to boundary condtions!",
                     "[VelFieldCond::assignClimateCond]"}));
@@ -220,15 +220,15 @@ TEST(VelFieldCond, climateOfAnotherType_fails) {
   std::vector<VelClimateCond> climates(1);
   climates[0].name = "air";
   climates[0].condition = VelClimateCond::C_TEMPER;
-  FC fc = readCondition("TYPE = AIRCHANGE\nRELHUM = air");
+  FC fc = readFieldCond("TYPE = AIRCHANGE\nRELHUM = air");
   EXPECT_EQ(TKL::thrownBy([&] { fc.assignClimateCond(climates); }),
             (Thrown{"Invalid climate condition assignment with name 'air', should be of type 'RELHUM'",
                     "[VelFieldCond::assignClimateCond]"}));
 }
 
 TEST(VelFieldCond, remoteCondition_isFoundByName) {
-  const std::vector<FC> conditions = {readCondition("TYPE = REMENESINK\nNAME = far"),
-                                      readCondition("TYPE = REMENESOUR\nNAME = near\nREMOTE_COND = far")};
+  const std::vector<FC> conditions = {readFieldCond("TYPE = REMENESINK\nNAME = far"),
+                                      readFieldCond("TYPE = REMENESOUR\nNAME = near\nREMOTE_COND = far")};
   FC near = conditions[1];
   near.assignRemoteFieldCond(conditions);
   EXPECT_EQ(near.remote, &conditions[0]);
@@ -237,14 +237,14 @@ TEST(VelFieldCond, remoteCondition_isFoundByName) {
 TEST(VelFieldCond, absentRemoteCondition_isReportedAndFails) {
   TKL::MessageCapture capture;
   const char* const TAG = "[VelFieldCond::assignRemoteFieldCond]";
-  FC fc = readCondition("TYPE = REMENESOUR\nREMOTE_COND = far");
+  FC fc = readFieldCond("TYPE = REMENESOUR\nREMOTE_COND = far");
   EXPECT_EQ(TKL::thrownBy([&] { fc.assignRemoteFieldCond({}); }),
             (Thrown{"Error linking remote field condition to field condtions!", TAG}));
   EXPECT_TRUE(capture.has("Could not find remote field condition with name 'far'!", TKL::MSG_ERROR, TAG, -1));
 }
 
 TEST(VelFieldCond, withoutRemoteName_nothingIsLinked) {
-  FC fc = readCondition("TYPE = REMENESOUR");
+  FC fc = readFieldCond("TYPE = REMENESOUR");
   EXPECT_EQ(TKL::thrownBy([&] { fc.assignRemoteFieldCond({}); }), nothingThrown());
   EXPECT_EQ(fc.remote, nullptr);
 }
@@ -296,7 +296,7 @@ TEST(VelFieldCond, volumeMeanWithoutElements_isZero) {
 }
 
 TEST(VelFieldCond, requiredClimateThatIsMissing_fails) {
-  const FC fc = readCondition("NAME = lamp\nTYPE = ENESOURCE");
+  const FC fc = readFieldCond("NAME = lamp\nTYPE = ENESOURCE");
   EXPECT_EQ(TKL::thrownBy([&] { fc.requireClimate(VelClimateCond::C_ENESOURCE, "[caller]"); }),
             (Thrown{"Error in in field condition 'lamp' with type 'ENESOURCE'.\nClimate condition of type "
                     "'ENESOURCE' needs to be specified!",
@@ -304,7 +304,7 @@ TEST(VelFieldCond, requiredClimateThatIsMissing_fails) {
 }
 
 TEST(VelFieldCond, requiredRemoteThatIsMissing_fails) {
-  const FC fc = readCondition("NAME = near\nTYPE = REMENESOUR");
+  const FC fc = readFieldCond("NAME = near\nTYPE = REMENESOUR");
   EXPECT_EQ(
       TKL::thrownBy([&] { fc.requireRemote("[caller]"); }),
       (Thrown{"Error in field condition 'near' with type 'REMENESOUR'.\nRemote field condition needs to be "

@@ -3,15 +3,15 @@
 
 #include "solver/HeatBench.h"
 
-// How fast the error falls with the width of the cells. A condition at a surface acts on the centre of the
-// outermost cell, and two materials meet with the mean of their conductivities by widths: these two errors
-// are of first order in the widths of the cells concerned. All the rest is of second order.
+// How fast the error falls with the width of the cells. GRID_DIFFUSIVITY condition at a surface acts on the
+// centre of the outermost cell, and two materials meet with the mean of their conductivities by widths: these
+// two errors are of first order in the widths of the cells concerned. All the rest is of second order.
 
 using namespace VELMORA_SOLVER;
 
 namespace {
 
-constexpr double LAMBDA = 1.4, RHO_C = 2e6, A = LAMBDA / RHO_C;
+constexpr double GRID_LAMBDA = 1.4, GRID_RHO_C = 2e6, GRID_DIFFUSIVITY = GRID_LAMBDA / GRID_RHO_C;
 constexpr double LENGTH = 0.3;  // [m]
 constexpr double H = 10.0;      // [W/m2K] film on both sides
 constexpr double LONG = 200.0 * 86400.0;
@@ -24,7 +24,7 @@ double order(double coarse, double fine) {
 /// Error of the amplitude of a cosine over a sealed slab when it has decayed to exp(-1).
 double decayError(const std::vector<double>& widths) {
   HeatProblem problem(widths);
-  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.material(problem.all(), "Stone", {GRID_LAMBDA, GRID_RHO_C});
   const std::vector<double> x = centresOf(widths);
   const double k = std::numbers::pi / LENGTH;
   std::vector<double> start;
@@ -32,7 +32,7 @@ double decayError(const std::vector<double>& widths) {
   problem.profile(start);
   problem.relTol = 1e-9;
   HeatRun run(problem);
-  run.advance(1.0 / (A * k * k));
+  run.advance(1.0 / (GRID_DIFFUSIVITY * k * k));
   const std::vector<double> T = run.rowCelsius();
   double sum = 0.0;
   for (std::size_t i = 0; i < x.size(); ++i) {
@@ -57,7 +57,7 @@ double cylinderDecayError(int n) {
   const std::vector<double> widths = uniform(n, LENGTH);
   HeatProblem problem(widths);
   problem.rotational = true;
-  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.material(problem.all(), "Stone", {GRID_LAMBDA, GRID_RHO_C});
   const std::vector<double> r = centresOf(widths);
   const double k = FIRST_ROOT_OF_J1 / LENGTH;
   std::vector<double> start;
@@ -65,7 +65,7 @@ double cylinderDecayError(int n) {
   problem.profile(start);
   problem.relTol = 1e-9;
   HeatRun run(problem);
-  run.advance(1.0 / (A * k * k));
+  run.advance(1.0 / (GRID_DIFFUSIVITY * k * k));
   const std::vector<double> T = run.rowCelsius();
   double sum = 0.0;
   for (std::size_t i = 0; i < r.size(); ++i) {
@@ -117,10 +117,10 @@ TEST(GridOrder, ringsOfACylinderAreOfSecondOrder) {
 }
 
 TEST(GridOrder, surfaceFilmIsOfFirstOrderInTheOutermostCell) {
-  const double exact = 20.0 / (2.0 / H + LENGTH / LAMBDA);
-  const double wide = steadyFlow(half(0.02, 0.01), LAMBDA, LAMBDA) - exact;
-  const double middle = steadyFlow(half(0.01, 0.01), LAMBDA, LAMBDA) - exact;
-  const double narrow = steadyFlow(half(0.005, 0.01), LAMBDA, LAMBDA) - exact;
+  const double exact = 20.0 / (2.0 / H + LENGTH / GRID_LAMBDA);
+  const double wide = steadyFlow(half(0.02, 0.01), GRID_LAMBDA, GRID_LAMBDA) - exact;
+  const double middle = steadyFlow(half(0.01, 0.01), GRID_LAMBDA, GRID_LAMBDA) - exact;
+  const double narrow = steadyFlow(half(0.005, 0.01), GRID_LAMBDA, GRID_LAMBDA) - exact;
   EXPECT_NEAR(order(wide, middle), 1.0, 0.1);
   EXPECT_NEAR(order(middle, narrow), 1.0, 0.1);
 }
@@ -137,8 +137,8 @@ TEST(GridOrder, materialJointIsOfFirstOrderInTheCellsBesideIt) {
 }
 
 TEST(GridOrder, innerCellsOfASteadyLayerHaveNoError) {
-  const double coarse = steadyFlow(joined({0.01}, uniform(3, LENGTH / 2.0 - 0.01)), LAMBDA, LAMBDA);
-  const double fine = steadyFlow(joined({0.01}, uniform(12, LENGTH / 2.0 - 0.01)), LAMBDA, LAMBDA);
+  const double coarse = steadyFlow(joined({0.01}, uniform(3, LENGTH / 2.0 - 0.01)), GRID_LAMBDA, GRID_LAMBDA);
+  const double fine = steadyFlow(joined({0.01}, uniform(12, LENGTH / 2.0 - 0.01)), GRID_LAMBDA, GRID_LAMBDA);
   EXPECT_NEAR(coarse, fine, 1e-6);
-  EXPECT_NEAR(coarse, 20.0 / (2.0 / H + (LENGTH - 0.01) / LAMBDA), 1e-6);
+  EXPECT_NEAR(coarse, 20.0 / (2.0 / H + (LENGTH - 0.01) / GRID_LAMBDA), 1e-6);
 }

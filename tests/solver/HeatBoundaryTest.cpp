@@ -7,13 +7,13 @@ using namespace VELMORA_SOLVER;
 namespace {
 
 constexpr double T_BODY = 12.0;  // [C]
-constexpr double DX = 0.05, DY = 0.2, RHO_C = 2e6;
+constexpr double DX = 0.05, DY = 0.2, BOUNDARY_RHO_C = 2e6;
 constexpr double WINDOW_START = 3600.0, WINDOW_END = 7200.0;  // [s]
 
 /// Two by two cells; flows of one condition are read off at time 0.
 HeatProblem body() {
   HeatProblem problem(uniform(2, 2 * DX), uniform(2, 2 * DY));
-  problem.material(problem.all(), "Stone", {1.4, RHO_C});
+  problem.material(problem.all(), "Stone", {1.4, BOUNDARY_RHO_C});
   problem.initial(problem.all(), T_BODY);
   problem.constantClimate("Air", "TEMPER", "30 C");
   problem.constantClimate("Wind", "WINDVEL", "4 m/s");
@@ -173,7 +173,7 @@ TEST(ActivityWindow, runTakesInTheHeatOfTheWindowOnly) {
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
   problem.maxStep = 300.0;
   HeatRun run(problem);
-  const double start = 2.0 * DX * 2.0 * DY * RHO_C * (T_BODY + KELVIN);  // [J]
+  const double start = 2.0 * DX * 2.0 * DY * BOUNDARY_RHO_C * (T_BODY + KELVIN);  // [J]
   run.advance(WINDOW_START);
   EXPECT_NEAR(run.energy(), start, 1.0);
   run.advance(3.0 * 3600.0);

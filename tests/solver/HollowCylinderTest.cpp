@@ -15,7 +15,7 @@ namespace {
 
 constexpr double INNER = 0.02, OUTER = 0.1;  // [m]
 constexpr double HEIGHT = 0.5;               // [m]
-constexpr double LAMBDA = 0.4;               // [W/mK]
+constexpr double CYLINDER_LAMBDA = 0.4;      // [W/mK]
 constexpr double H_INNER = 50.0, H_OUTER = 8.0;
 constexpr double T_INNER = 60.0, T_OUTER = 20.0;
 constexpr double TWO_PI = 2.0 * std::numbers::pi;
@@ -24,7 +24,7 @@ constexpr double TWO_PI = 2.0 * std::numbers::pi;
 HeatProblem pipe(const std::vector<double>& wall) {
   HeatProblem problem(joined(uniform(2, INNER), wall), {HEIGHT});
   problem.rotational = true;
-  problem.material(problem.all(), "Stone", {LAMBDA, 1e5});
+  problem.material(problem.all(), "Stone", {CYLINDER_LAMBDA, 1e5});
   problem.hollow({0, 0, 1, 0});
   problem.initial(problem.all(), 20.0);
   problem.film("Water", H_INNER, T_INNER, problem.column(2), "LEFT");
@@ -49,7 +49,8 @@ double filmResistances() {
 }
 
 double exactFlow() {
-  return (T_INNER - T_OUTER) / (filmResistances() + std::log(OUTER / INNER) / (TWO_PI * HEIGHT * LAMBDA));
+  return (T_INNER - T_OUTER) /
+         (filmResistances() + std::log(OUTER / INNER) / (TWO_PI * HEIGHT * CYLINDER_LAMBDA));
 }
 
 }  // namespace
@@ -67,7 +68,7 @@ TEST(HollowCylinder, temperaturesFollowTheLogarithmOfTheRadius) {
   std::vector<double> exact;
   for (const double x : centresOf(wall)) {
     const double r = INNER + x;
-    exact.push_back(T_INNER - q * (1.0 / (INNER * H_INNER) + std::log(r / INNER) / LAMBDA));
+    exact.push_back(T_INNER - q * (1.0 / (INNER * H_INNER) + std::log(r / INNER) / CYLINDER_LAMBDA));
   }
   EXPECT_TRUE(agree(run.rowCelsius(), exact, 0.02));
 }
@@ -84,7 +85,7 @@ TEST(HollowCylinder, coarseWallIsTheNetworkOfItsFaces) {
   double resistance = filmResistances();
   for (std::size_t i = 1; i < wall.size(); ++i) {
     const double face = INNER + static_cast<double>(i) * wall[0];
-    resistance += wall[0] / (TWO_PI * face * HEIGHT * LAMBDA);
+    resistance += wall[0] / (TWO_PI * face * HEIGHT * CYLINDER_LAMBDA);
   }
   EXPECT_NEAR(flowThrough(wall), (T_INNER - T_OUTER) / resistance, 1e-5);
 }

@@ -10,9 +10,9 @@ using namespace VELMORA_SOLVER;
 
 namespace {
 
-constexpr double LAMBDA = 1.4;  // [W/mK]
-constexpr double RHO_C = 2e6;   // [J/m3K]
-constexpr double A = LAMBDA / RHO_C;
+constexpr double BODY_LAMBDA = 1.4;  // [W/mK]
+constexpr double BODY_RHO_C = 2e6;   // [J/m3K]
+constexpr double BODY_DIFFUSIVITY = BODY_LAMBDA / BODY_RHO_C;
 constexpr double START = 20.0;         // [C]
 constexpr double SURFVAL_H = 10000.0;  // [W/m2K] coefficient that stands for a given surface temperature
 constexpr double HOUR = 3600.0;
@@ -27,27 +27,27 @@ double scaledErfc(double x) {
 
 /// The surface is at 0 C.
 double step(double x, double t) {
-  return START * std::erf(x / std::sqrt(4.0 * A * t));
+  return START * std::erf(x / std::sqrt(4.0 * BODY_DIFFUSIVITY * t));
 }
 
 /// The surface meets 0 C over a film.
 double film(double x, double t, double h) {
-  const double u = x / std::sqrt(4.0 * A * t);
-  const double v = h / LAMBDA * std::sqrt(A * t);
+  const double u = x / std::sqrt(4.0 * BODY_DIFFUSIVITY * t);
+  const double v = h / BODY_LAMBDA * std::sqrt(BODY_DIFFUSIVITY * t);
   return START * (std::erf(u) + std::exp(-u * u) * scaledErfc(u + v));
 }
 
-/// A heat flux density q enters.
+/// BODY_DIFFUSIVITY heat flux density q enters.
 double flux(double x, double t, double q) {
-  const double root = std::sqrt(4.0 * A * t);
+  const double root = std::sqrt(4.0 * BODY_DIFFUSIVITY * t);
   const double u = x / root;
-  return START + q / LAMBDA * (root / std::sqrt(std::numbers::pi) * std::exp(-u * u) - x * std::erfc(u));
+  return START + q / BODY_LAMBDA * (root / std::sqrt(std::numbers::pi) * std::exp(-u * u) - x * std::erfc(u));
 }
 
 /// Thin cells at the surface, where the condition acts on a centre, and so deep that the end stays cold.
 HeatProblem body() {
   HeatProblem problem(growing(2e-5, 1.04, 6.0));
-  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.material(problem.all(), "Stone", {BODY_LAMBDA, BODY_RHO_C});
   problem.initial(problem.all(), START);
   problem.maxStep = HOUR;
   return problem;
@@ -89,7 +89,7 @@ TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
         run, [&](double x) { return film(x, t, SURFVAL_H); }, 0.005))
         << hours;
     // what the coefficient holds back: flux density over coefficient
-    const double lag = LAMBDA * START / std::sqrt(std::numbers::pi * A * t) / SURFVAL_H;
+    const double lag = BODY_LAMBDA * START / std::sqrt(std::numbers::pi * BODY_DIFFUSIVITY * t) / SURFVAL_H;
     EXPECT_TRUE(profileAgrees(
         run, [&](double x) { return step(x, t); }, lag + 0.005))
         << hours;
@@ -102,7 +102,7 @@ TEST(SemiInfiniteBody, heatFlowOutFallsWithTheRootOfTime) {
   HeatRun run(problem);
   for (const double hours : HOURS) {
     run.advance(hours * HOUR);
-    const double exact = LAMBDA * START / std::sqrt(std::numbers::pi * A * hours * HOUR);
+    const double exact = BODY_LAMBDA * START / std::sqrt(std::numbers::pi * BODY_DIFFUSIVITY * hours * HOUR);
     EXPECT_NEAR(run.flowLeft(0), -exact, 0.002 * exact) << hours;
   }
 }

@@ -9,9 +9,9 @@ using namespace VELMORA_SOLVER;
 
 namespace {
 
-constexpr double LAMBDA = 1.4;  // [W/mK]
-constexpr double RHO_C = 2e6;   // [J/m3K]
-constexpr double A = LAMBDA / RHO_C;
+constexpr double SLAB_LAMBDA = 1.4;  // [W/mK]
+constexpr double SLAB_RHO_C = 2e6;   // [J/m3K]
+constexpr double SLAB_DIFFUSIVITY = SLAB_LAMBDA / SLAB_RHO_C;
 
 /// Root of z tan(z) = biot in the n-th interval (n = 0, 1, ...), by bisection.
 double eigenvalue(double biot, int n) {
@@ -27,12 +27,12 @@ double eigenvalue(double biot, int n) {
 /// Temperature over that of the surroundings, start 1, of a slab sealed at x = 0 with a film at x = length.
 /// Carslaw, Jaeger: Conduction of heat in solids, 2nd edition, 3.11.
 double cooledSlab(double x, double t, double length, double h) {
-  const double biot = h * length / LAMBDA;
+  const double biot = h * length / SLAB_LAMBDA;
   double sum = 0.0;
   for (int n = 0; n < 60; ++n) {
     const double z = eigenvalue(biot, n);
     const double factor = 2.0 * std::sin(z) / (z + std::sin(z) * std::cos(z));
-    sum += factor * std::cos(z * x / length) * std::exp(-z * z * A * t / (length * length));
+    sum += factor * std::cos(z * x / length) * std::exp(-z * z * SLAB_DIFFUSIVITY * t / (length * length));
   }
   return sum;
 }
@@ -40,8 +40,8 @@ double cooledSlab(double x, double t, double length, double h) {
 /// Amplitude as a complex number of a slab sealed at x = 0, with a film to a temperature of amplitude 1 at
 /// x = length: the steady periodic solution of the heat equation.
 std::complex<double> periodic(double x, double omega, double length, double h) {
-  const std::complex<double> k = std::sqrt(std::complex<double>(0.0, omega / A));
-  return std::cosh(k * x) / (std::cosh(k * length) + k * LAMBDA / h * std::sinh(k * length));
+  const std::complex<double> k = std::sqrt(std::complex<double>(0.0, omega / SLAB_DIFFUSIVITY));
+  return std::cosh(k * x) / (std::cosh(k * length) + k * SLAB_LAMBDA / h * std::sinh(k * length));
 }
 
 }  // namespace
@@ -51,13 +51,13 @@ TEST(Slab, coolsThroughAFilmAsTheFourierSeries) {
   ASSERT_NEAR(cooledSlab(0.5 * LENGTH, 1.0, LENGTH, H), 1.0, 1e-3);  // the series gives the start
   const std::vector<double> widths = reversed(growing(1e-5, 1.02, LENGTH));
   HeatProblem problem(widths);
-  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.material(problem.all(), "Stone", {SLAB_LAMBDA, SLAB_RHO_C});
   problem.initial(problem.all(), START);
   problem.film("Air", H, 0.0, problem.column(-1), "RIGHT");
   problem.maxStep = 300.0;
   HeatRun run(problem);
   for (const double fourier : {0.05, 0.2, 0.5, 1.0, 2.0}) {
-    const double t = fourier * LENGTH * LENGTH / A;
+    const double t = fourier * LENGTH * LENGTH / SLAB_DIFFUSIVITY;
     run.advance(t);
     std::vector<double> exact;
     for (const double x : centresOf(widths)) exact.push_back(START * cooledSlab(x, t, LENGTH, H));
@@ -73,7 +73,7 @@ TEST(Slab, answersASineWithTheExactAmplitudeAndDelay) {
   constexpr int SAMPLES = 24;
   const std::vector<double> widths = reversed(growing(5e-5, 1.06, LENGTH));
   HeatProblem problem(widths);
-  problem.material(problem.all(), "Stone", {LAMBDA, RHO_C});
+  problem.material(problem.all(), "Stone", {SLAB_LAMBDA, SLAB_RHO_C});
   problem.initial(problem.all(), 10.0);
   problem.climate("Sine", "TEMPER",
                   "KIND = SINUS\nMEANVALUE = 10 C\nAMPLITUDE1 = " + number(AMPLITUDE) +

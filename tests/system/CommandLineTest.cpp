@@ -28,7 +28,7 @@ const char* const HELP =
     "depends on the specific solver.\n";
 
 const char* const WRONG_LINE = "\nWrong or missing command line options!\n";
-const char* const BANNER = "Velmora CVODE based solver\n";
+const char* const FIRST_LINE = "Velmora CVODE based solver\n";
 const char* const HALTED = "\nSolver halted after successful initialization!\n";
 
 /// A project that is written, but not run yet.
@@ -156,14 +156,14 @@ TEST_F(CommandLine, verbosity_readsOneDigitOnly) {
 
 TEST_F(CommandLine, defaultVerbosity_is1) {
   ASSERT_TRUE(accepts({"-t"}));
-  EXPECT_TRUE(result.out.starts_with(BANNER));
+  EXPECT_TRUE(result.out.starts_with(FIRST_LINE));
   EXPECT_EQ(result.out.find("Installation directory = '"), std::string::npos);
 }
 
 TEST_F(CommandLine, optionsAfterTheProject_count) {
   result = runSolver({project.projectFile(), "-t", "-v0"});
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_EQ(result.out.find(BANNER), std::string::npos);
+  EXPECT_EQ(result.out.find(FIRST_LINE), std::string::npos);
   EXPECT_EQ(result.out.find("Simulation finished"), std::string::npos);
 }
 

@@ -11,7 +11,6 @@ struct ProcessResult {
   int signal = 0;     ///< the signal that ended it, else 0
   std::string out;
   std::string err;
-  double cpuSeconds = 0;  ///< user and system time [s]
 
   /// Whether the pieces of text stand in `err` in this order.
   bool errHasInOrder(const std::vector<std::string>& pieces) const;
