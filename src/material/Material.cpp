@@ -61,6 +61,24 @@ int Material::capabilities() const {
   return bits | (liquid ? 1 << TC_LIQUID : 0) | (vapour ? 1 << TC_VAPOUR : 0);
 }
 
+std::vector<std::string> Material::unknownKeywords() const {
+  std::vector<std::string> words;
+  const auto add = [&words](const std::vector<std::string>& more) {
+    words.insert(words.end(), more.begin(), more.end());
+  };
+  add(identification.unknownKeywords);
+  add(unknownParameters_);
+  add(thermalStorage.unknownKeywords);
+  add(moistureStorage.unknownKeywords);
+  for (std::size_t d = D_U; d < NUM_D; ++d) {
+    add(moistureTransport[d].unknownKeywords);
+    add(thermalTransport[d].unknownKeywords);
+    add(airTransport[d].unknownKeywords);
+  }
+  add(vaporContactResistance.unknownKeywords);
+  return words;
+}
+
 void Material::clear() {
   *this = Material();
 }

@@ -94,6 +94,9 @@ class Material : public MaterialBase {
   /// of argument '%2' to keyword '%1'."
   void readASCIIParameterFromLine(const std::string& line);
 
+  /// Keywords and function names that the last reading warned about and skipped, section by section.
+  std::vector<std::string> unknownKeywords() const;
+
   /// Returns to the empty state.
   void clear();
 
@@ -110,6 +113,8 @@ class Material : public MaterialBase {
   TKL::Parameter* findParameter(std::string& keyword);
   void deriveTheta80();
   int capabilities() const;
+
+  std::vector<std::string> unknownParameters_;
 };
 
 }  // namespace MM

@@ -58,6 +58,7 @@ void MaterialFunctionBase::readFunction(const std::string& name, const std::stri
   const char* const FUNC_ID = grammar.functionId;
   if (!KeywordList::KeywordExists(grammar.category, name)) {
     TKL::message("Unknown function type '" + name + "'.", TKL::MSG_WARNING, FUNC_ID, 3);
+    unknownKeywords.push_back(name);
     return;
   }
   const auto slot = static_cast<std::size_t>(KeywordList::Enumeration(grammar.category, name));
@@ -69,6 +70,7 @@ void MaterialFunctionBase::readKeyword(const std::string& keyword, const std::st
   const char* const FUNC_ID = functionId;
   TKL::message(TKL::FormatString("Invalid or deprecated keyword '%1' in this section!").arg(keyword),
                TKL::MSG_WARNING, FUNC_ID, 3);
+  unknownKeywords.push_back(keyword);
 }
 
 void MaterialFunctionBase::extractModelData(std::vector<std::string>& lines) {

@@ -32,6 +32,7 @@ class MaterialFunctionBase {
   virtual void clear() = 0;
 
   std::map<std::string, ModelDataContainer> models;  ///< parametrised models by their type
+  std::vector<std::string> unknownKeywords;          ///< keywords and function names that were skipped
 
  protected:
   MaterialFunctionBase() = default;

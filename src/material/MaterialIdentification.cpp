@@ -32,6 +32,7 @@ void MaterialIdentification::readLine(const std::string& line) {
   if (!KeywordList::KeywordExists("MaterialIdentification::Ident", keyword)) {
     TKL::message(TKL::FormatString("Invalid keyword found in identification section '%1'.").arg(keyword),
                  TKL::MSG_WARNING, FUNC_ID, 3);
+    unknownKeywords.push_back(keyword);
     return;
   }
   setValue(static_cast<Ident>(KeywordList::Enumeration("MaterialIdentification::Ident", keyword)), keyword,

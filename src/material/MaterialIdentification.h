@@ -105,6 +105,7 @@ class MaterialIdentification {
   std::string dataSheetSource;
   HatchingType hatching = HT_None;
   std::string aquisitionId;
+  std::vector<std::string> unknownKeywords;  ///< keywords that were warned about and skipped
 
   bool hasFlag(Flags flag) const { return (flags & static_cast<unsigned int>(flag)) != 0; }
 

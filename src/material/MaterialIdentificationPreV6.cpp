@@ -93,6 +93,7 @@ void MaterialIdentification::readLinePreV6(const std::string& line) {
     if (has(obsolete.keyword)) return TKL::message(std::string(obsolete.text), TKL::MSG_WARNING, FUNC_ID, 2);
   TKL::message(TKL::FormatString("Invalid keyword found in identification section '%1'.").arg(line),
                TKL::MSG_WARNING, FUNC_ID, 3);
+  unknownKeywords.push_back(left.empty() ? line : left);
 }
 
 void MaterialIdentification::setValuePreV6(const std::string& keyword, const std::string& value) {

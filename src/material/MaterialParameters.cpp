@@ -50,6 +50,7 @@ void Material::readASCIIParameterFromLine(const std::string& line) {
   if (!parameter) {
     TKL::message(TKL::FormatString("Invalid or deprecated keyword '%1'.").arg(keyword), TKL::MSG_WARNING,
                  FUNC_ID, 3);
+    unknownParameters_.push_back(keyword);
     return;
   }
   const TKL::FormatString failure =

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <unordered_set>
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
@@ -33,6 +34,33 @@ bool isPreV6(const std::vector<TextLine>& lines) {
     if (current != older) return older;
   }
   return false;
+}
+
+/// Whether the line names the keyword, or the function, of which the material reader speaks.
+bool isAbout(const TextLine& line, const std::string& word) {
+  std::string keyword, value;
+  return TKL::extract_keyword(line.text, keyword, value) ? keyword == word || value == word
+                                                         : line.text == word;
+}
+
+/// Notes the words that the material reader did not know, with the line of the first one. The own lines of
+/// an entry are not among `sections`: their keywords have been noted before.
+void noteUnknownWords(const std::vector<std::string>& words, const std::vector<TextLine>& parameters,
+                      const std::vector<TextLine>& sections) {
+  std::unordered_set<std::string> noted;
+  for (const TextLine& line : parameters) {
+    std::string keyword, value;
+    if (TKL::extract_keyword(line.text, keyword, value)) noted.insert(keyword);
+  }
+  for (const std::string& word : words) {
+    if (noted.count(word) != 0) continue;
+    const bool first = unknownKeywords().count == 0;  // only this one is shown with its line
+    const auto line =
+        first ? std::find_if(sections.begin(), sections.end(),
+                             [&word](const TextLine& candidate) { return isAbout(candidate, word); })
+              : sections.end();
+    noteUnknownKeyword(word, line != sections.end() ? line->number : 0);
+  }
 }
 
 /// Whether the material reader knows the keyword on a line of parameters.
@@ -109,6 +137,7 @@ void MaterialDescription::readEmbedded(const std::vector<TextLine>& parameters,
   }
   for (const TextLine& line : sections) lines.push_back(line.text);
   material.readASCII(lines, preV6);
+  noteUnknownWords(material.unknownKeywords(), parameters, sections);
   hasData = true;
 }
 

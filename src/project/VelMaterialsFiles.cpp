@@ -4,6 +4,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/QuotedText.h"
 #include "project/VelMaterials.h"
 #include "project/VelMaterialsNames.h"
 
@@ -22,6 +23,20 @@ std::string lookUp(std::span<const MaterialSuccessor> table, const std::string& 
 /// The file of the current generation beside one of the older generation.
 TKL::Path currentFileBeside(const TKL::Path& path) {
   return path.parentPath() / TKL::Path(path.filenameWithoutExtension()).addExtension("m6");
+}
+
+/// The warnings about single keywords show at a high verbosity only; this one shows always.
+void warnOfUnknownKeywords(const MM::Material& material, const TKL::Path& path) {
+  const char* const FUNC_ID = EXTERNAL_ID;
+  const std::vector<std::string> unknown = material.unknownKeywords();
+  if (unknown.empty()) return;
+  TKL::message(
+      TKL::FormatString("%1 unknown or deprecated keyword(s) in material file '%2'. The first one is "
+                        "'%3'. Verbosity -v3 lists them all.")
+          .arg(unknown.size())
+          .arg(path)
+          .arg(quotedText(unknown.front())),
+      TKL::MSG_WARNING, FUNC_ID, -1);
 }
 
 }  // namespace
@@ -87,6 +102,7 @@ void VelMaterials::readEntry(MaterialDescription& entry, const TKL::Path& path, 
     else
       entry.material.read(resolved.path);
     entry.hasData = true;
+    warnOfUnknownKeywords(entry.material, resolved.path);
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex,
                          TKL::FormatString("Error reading material file '%1' (-> '%2')")

@@ -70,6 +70,24 @@ TEST(MaterialParameters, unknownKeyword_isOnlyWarnedAbout) {
   EXPECT_TRUE(capture.has("Invalid or deprecated keyword 'FOO'.", TKL::MSG_WARNING, PARAMETER_TAG, 3));
 }
 
+TEST(MaterialParameters, unknownKeywordsOfAllSections_areListed) {
+  const TKL::MessageCapture capture;
+  const Material material =
+      materialOf(NAMED +
+                 "A = 1\n[STORAGE_BASE_PARAMETERS]\nB = 1 m\n[THERMAL_STORAGE]\nC = "
+                 "1\n[MOISTURE_STORAGE]\nFUNCTION = D\n"
+                 "0 1\n0 1\n[MOISTURE_TRANSPORT]\nE = 1\n[HEAT_TRANSPORT]\nF = 1\n[AIR_TRANSPORT]\nG = 1\n"
+                 "[VAPOR_CONTACT_RESISTANCE]\nH = 1\n");
+  EXPECT_EQ(material.unknownKeywords(), (std::vector<std::string>{"A", "B", "C", "D", "E", "F", "G", "H"}));
+}
+
+TEST(MaterialParameters, unknownKeywordsOfAnOlderFile_areListed) {
+  const TKL::MessageCapture capture;
+  const Material material = materialOf(
+      "[IDENTIFICATION]\nFOO = 1\nwords alone\n[PARAMETER]\nRHOO = 1 kg/m3\nOPOR = 0.3 m3/m3\n", true);
+  EXPECT_EQ(material.unknownKeywords(), (std::vector<std::string>{"FOO", "words alone", "RHOO"}));
+}
+
 TEST(MaterialParameters, nameAndFlags_goToTheIdentification) {
   Material material;
   material.readASCIIParameterFromLine("NAME = Old");

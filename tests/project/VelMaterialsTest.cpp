@@ -8,6 +8,7 @@
 #include "foundation/Exception.h"
 #include "foundation/Message.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/UnknownKeywords.h"
 #include "project/VelMaterialsNames.h"
 #include "support/MessageCapture.h"
 #include "support/TempFolder.h"
@@ -162,6 +163,22 @@ TEST(VelMaterials, embeddedSectionsOfTheOlderGeneration_areRead) {
   EXPECT_DOUBLE_EQ(list.materials.at(1).material.rhoCDry(), 8e5);
 }
 
+TEST(VelMaterials, unknownKeywordsOfEmbeddedData_areNotedOnceWithTheirLine) {
+  const TKL::MessageCapture capture;
+  unknownKeywords() = UnknownKeywords{};
+  read("[MATERIAL]\nNAME = a\nRHO = 1 kg/m3\n[HEAT_TRANSPORT]\nFUNCTION = lamda(T)\n273 300\n1 2\n", 11);
+  EXPECT_EQ(unknownKeywords().count, 1);
+  EXPECT_EQ(unknownKeywords().firstKeyword, "lamda(T)");
+  EXPECT_EQ(unknownKeywords().firstLine, 15);
+  read("[MATERIAL]\nRHOO = 1 kg/m3\n[TRANSPORT_BASE_PARAMETERS]\nLAMDA = 1 W/mK\n");
+  EXPECT_EQ(unknownKeywords().count, 3);
+  unknownKeywords() = UnknownKeywords{};
+  read("[MATERIAL]\nRHOO = 1 kg/m3\nCE = 1 J/kgK\n");
+  EXPECT_EQ(unknownKeywords().count, 1);
+  EXPECT_EQ(unknownKeywords().firstLine, 2);
+  unknownKeywords() = UnknownKeywords{};
+}
+
 TEST(VelMaterials, idName_isNameElseMaterialNameElseFileStem) {
   MaterialDescription entry;
   EXPECT_EQ(entry.idName(), "");
@@ -277,6 +294,20 @@ TEST_F(VelMaterialsFiles, defectiveFile_isAnError) {
     EXPECT_TRUE(has(ex, "Error reading material file '$(MATERIALS_DIR)/Bad_3.m6' (-> '" + path.str() + "')",
                     EXTERNAL_TAG));
   }
+}
+
+TEST_F(VelMaterialsFiles, unknownKeywordsOfAFile_closeWithOneWarning) {
+  const TKL::Path path = write("Zinc_1.m6", FILE_TEXT + "THETA_EF = 0.02 m3/m3\n[HEAT_TRANSPORT]\nFOO = 1\n");
+  readFiles("[MATERIAL]\nFILENAME = " + path.str() + "\n");
+  const std::string text = "2 unknown or deprecated keyword(s) in material file '" + path.str() +
+                           "'. The first one is 'THETA_EF'. Verbosity -v3 lists them all.";
+  EXPECT_TRUE(capture.has(text, TKL::MSG_WARNING, EXTERNAL_TAG, -1));
+  EXPECT_EQ(capture.count(text), 1);
+}
+
+TEST_F(VelMaterialsFiles, fileWithoutUnknownKeywords_givesNoClosingWarning) {
+  readFiles("[MATERIAL]\nFILENAME = " + write("Zinc_1.m6").str() + "\n");
+  EXPECT_FALSE(capture.contains("unknown or deprecated"));
 }
 
 TEST_F(VelMaterialsFiles, libraryFailure_isAWarningAndTheLoopGoesOn) {
