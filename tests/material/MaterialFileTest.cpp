@@ -1,3 +1,10 @@
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <thread>
+
 #include "material/MaterialTestSupport.h"
 #include "support/TempFolder.h"
 
@@ -18,6 +25,32 @@ Records readFailure(const TKL::Path& path) {
   const TKL::MessageCapture capture;
   return thrown([&] { Material().read(path); });
 }
+
+/// A named pipe that holds a text: readable to its end, but without positions as a file has them.
+class FilledPipe {
+ public:
+  FilledPipe(const std::string& path, const std::string& text) {
+    EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+    const int pipe = ::open(path.c_str(), O_RDWR);
+    EXPECT_EQ(::write(pipe, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    // The end of the text shows to its reader when no writer is left.
+    closer_ = std::thread([this, pipe] {
+      int left = 1;
+      while (!unread_ && left > 0 && ioctl(pipe, FIONREAD, &left) == 0) std::this_thread::yield();
+      ::close(pipe);
+    });
+  }
+  ~FilledPipe() {
+    unread_ = true;
+    closer_.join();
+  }
+  FilledPipe(const FilledPipe&) = delete;
+  FilledPipe& operator=(const FilledPipe&) = delete;
+
+ private:
+  std::atomic<bool> unread_ = false;
+  std::thread closer_;
+};
 
 class MaterialFile : public ::testing::Test {
  protected:
@@ -118,6 +151,14 @@ TEST_F(MaterialFile, binaryFile_cannotBeOpened) {
   EXPECT_TRUE(has(readFailure(path), "Cannot open file: '" + path.str() + "'", "[Material::read]"));
 }
 
+TEST_F(MaterialFile, fileThatFailsBehindItsFirstBytes_isRefused) {
+  const std::string path = folder.file("Pipe.mat");
+  const FilledPipe pipe(path, std::string(40000, 'x'));
+  const Records records = readFailure(TKL::Path(path));
+  EXPECT_EQ(records.front().what, "Wrong position in stream after reading lines from file.");
+  EXPECT_TRUE(has(records, "Error opening material file (again) in ASCII mode.", "[Material::read]"));
+}
+
 TEST_F(MaterialFile, wrongSecondMagicNumber_isRefused) {
   EXPECT_TRUE(has(readFailure(write("Brick_1.m6", "V6MARLZ? 006.000" + BRICK)),
                   "Wrong second magic number in V6 - ASCII material file!", "[Material::read]"));
@@ -138,6 +179,13 @@ TEST_F(MaterialFile, olderFileWithoutMaterialTitle_isReadFromItsFirstSection) {
   Material material;
   material.read(
       write("Old.mat", "; comment of some length\n[PARAMETER]\nRHO = 1700 kg/m3\nFLAGS = AIRTIGHT\n"));
+  EXPECT_DOUBLE_EQ(material.paraStorage[Material::PS_RHO].value, 1700.0);
+}
+
+TEST_F(MaterialFile, olderFileWithItsTitleInsideALine_losesThatLine) {
+  const TKL::MessageCapture capture;
+  Material material;
+  material.read(write("Old.mat", "old [MATERIAL] file\n[PARAMETER]\nRHO = 1700 kg/m3\n"));
   EXPECT_DOUBLE_EQ(material.paraStorage[Material::PS_RHO].value, 1700.0);
 }
 
