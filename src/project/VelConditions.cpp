@@ -69,8 +69,9 @@ void VelConditions::explodeList(conditionType_t type, const SectionText& text,
     if (title == header) {
       blocks.emplace_back();
     } else if (blocks.empty()) {
-      throw TKL::Exception(TKL::FormatString("Expected condition '%1' but got '%2'!").arg(header).arg(title),
-                           FUNC_ID);
+      throw TKL::Exception(
+          TKL::FormatString("Expected condition '%1' but got '%2'!").arg(header).arg(quotedText(title)),
+          FUNC_ID);
     } else {
       blocks.back().append(line);
     }

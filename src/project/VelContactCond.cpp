@@ -7,6 +7,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
+#include "keywords/QuotedText.h"
 #include "project/ConditionReader.h"
 
 namespace VELMORA {
@@ -78,7 +79,8 @@ void VelContactCond::readKeyword(const KeywordLine& line) {
   } else if (KeywordList::KeywordExists("VelContactCond::function_t", keyword)) {
     readFunction(line);
   } else {
-    throw TKL::Exception(TKL::FormatString("Invalid keyword '%1' in this section!").arg(keyword), FUNC_ID);
+    throw TKL::Exception(TKL::FormatString("Invalid keyword '%1' in this section!").arg(quotedText(keyword)),
+                         FUNC_ID);
   }
 }
 
@@ -88,10 +90,11 @@ void VelContactCond::readFunction(const KeywordLine& line) {
   try {
     readPoints(line.value, functions[index]);
   } catch (const TKL::Exception& cause) {
-    throw TKL::Exception(
-        cause,
-        TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword),
-        FUNC_ID);
+    throw TKL::Exception(cause,
+                         TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                             .arg(quotedText(line.value))
+                             .arg(line.keyword),
+                         FUNC_ID);
   }
 }
 

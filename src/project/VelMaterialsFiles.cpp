@@ -26,7 +26,7 @@ TKL::Path currentFileBeside(const TKL::Path& path) {
 }
 
 /// The warnings about single keywords show at a high verbosity only; this one shows always.
-void warnOfUnknownKeywords(const MM::Material& material, const TKL::Path& path) {
+void warnOfUnknownWords(const MM::Material& material, const TKL::Path& path) {
   const char* const FUNC_ID = EXTERNAL_ID;
   const std::vector<std::string> unknown = material.unknownKeywords();
   if (unknown.empty()) return;
@@ -102,7 +102,7 @@ void VelMaterials::readEntry(MaterialDescription& entry, const TKL::Path& path, 
     else
       entry.material.read(resolved.path);
     entry.hasData = true;
-    warnOfUnknownKeywords(entry.material, resolved.path);
+    warnOfUnknownWords(entry.material, resolved.path);
   } catch (TKL::Exception& ex) {
     throw TKL::Exception(ex,
                          TKL::FormatString("Error reading material file '%1' (-> '%2')")

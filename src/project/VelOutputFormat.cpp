@@ -5,6 +5,7 @@
 #include "foundation/Message.h"
 #include "foundation/StringUtilities.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -16,9 +17,10 @@ constexpr unsigned int MAX_NUMBER_LENGTH = 1100;
 int readLength(const KeywordLine& line, const char* functionId) {
   const auto length = TKL::string2val<unsigned int>(line.value);
   if (length > MAX_NUMBER_LENGTH) {
-    throw TKL::Exception(
-        TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword),
-        functionId);
+    throw TKL::Exception(TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                             .arg(quotedText(line.value))
+                             .arg(line.keyword),
+                         functionId);
   }
   return static_cast<int>(length);
 }
@@ -27,8 +29,8 @@ int readFieldType(const std::string& value, const char* functionId) {
   if (value.find("ICEPROB") == std::string::npos) {
     return KeywordList::Enumeration("VelOutputFormat::field_t", value);
   }
-  TKL::message(TKL::FormatString("Deprecated keyword '%1' found").arg(value), TKL::MSG_WARNING, functionId,
-               2);
+  TKL::message(TKL::FormatString("Deprecated keyword '%1' found").arg(quotedText(value)), TKL::MSG_WARNING,
+               functionId, 2);
   return VelOutputFormat::Q_ICEPROB;
 }
 
@@ -36,8 +38,9 @@ int readNumberFormat(const std::string& value, const char* functionId) {
   if (TKL::string_nocase_compare(value, "FIXED")) return VelOutputFormat::N_FIXED;
   if (TKL::string_nocase_compare(value, "SCIENTIFIC")) return VelOutputFormat::N_SCIENTIFIC;
   if (!TKL::string_nocase_compare(value, "DEFAULT")) {
-    TKL::message(TKL::FormatString("Invalid number format '%1', using default format!\n").arg(value),
-                 TKL::MSG_WARNING, functionId, 2);
+    TKL::message(
+        TKL::FormatString("Invalid number format '%1', using default format!\n").arg(quotedText(value)),
+        TKL::MSG_WARNING, functionId, 2);
   }
   return VelOutputFormat::N_DEFAULT;
 }

@@ -7,6 +7,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -21,9 +22,10 @@ struct Interval {
 };
 
 Interval readInterval(const KeywordLine& line, const char* functionId) {
-  const TKL::Exception invalid(
-      TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword),
-      functionId);
+  const TKL::Exception invalid(TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                                   .arg(quotedText(line.value))
+                                   .arg(line.keyword),
+                               functionId);
   std::istringstream stream(line.value);
   stream.imbue(std::locale::classic());
   double duration = 0.0, step = 0.0;

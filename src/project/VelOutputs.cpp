@@ -26,9 +26,10 @@ void readList(const SectionText& text, const std::string& header, const char* fu
 int readThawBegin(const KeywordLine& line, const char* functionId) {
   const int kind = TKL::string2val<int>(line.value);
   if (kind >= 0 && kind < VelOutputs::NUM_TB) return kind;
-  throw TKL::Exception(
-      TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword),
-      functionId);
+  throw TKL::Exception(TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                           .arg(quotedText(line.value))
+                           .arg(line.keyword),
+                       functionId);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -16,8 +17,9 @@ VelSelection::Range readRange(const std::string& value, const char* functionId) 
   stream.imbue(std::locale::classic());
   VelSelection::Range range;
   if (!(stream >> range.left >> range.top >> range.right >> range.bottom)) {
-    throw TKL::Exception(TKL::FormatString("Error reading selection range from string '%1'!").arg(value),
-                         functionId);
+    throw TKL::Exception(
+        TKL::FormatString("Error reading selection range from string '%1'!").arg(quotedText(value)),
+        functionId);
   }
   return range;
 }
