@@ -139,6 +139,14 @@ TEST(LongWaveGap, firstAndLastRowWithoutAir_areSkipped) {
   EXPECT_EQ(picture.at(0, 2).lwPartnerRight, -1);
 }
 
+TEST(LongWaveGap, firstAndLastColumnWithoutAir_areSkipped) {
+  Picture picture({"BBB", "BaB", "BaB", "BBB"});
+  EXPECT_EQ(picture.prepare({Y}), "");
+  EXPECT_EQ(picture.at(0, 0).lwPartnerBottom, -1);
+  EXPECT_EQ(picture.at(1, 0).lwPartnerBottom, picture.at(1, 3).number);
+  EXPECT_EQ(picture.at(2, 0).lwPartnerBottom, -1);
+}
+
 TEST(LongWaveGap, innerRowWithoutAirAtAFace_fails) {
   Picture picture({"BaaB", "BBaB", "BaaB"});
   EXPECT_EQ(picture.prepare({X}),

@@ -150,6 +150,35 @@ TEST(SetupFieldConds, hiddenAdsorption_isTheLastOne) {
   EXPECT_EQ(rate.IO_unit.name(), "m3/s");
 }
 
+TEST(SetupBoundaryConds, heatPipe_isPreparedBeforeAndAfterTheElements) {
+  SetupFixture setup({1, 1}, {3, 1});
+  auto pipe = named<VelBoundaryCond>("pipe");
+  pipe.condition = VelBoundaryCond::C_HEATCOND;
+  pipe.kind = VelBoundaryCond::K_HEATPIPE;
+  pipe.para[VelBoundaryCond::P_HP_RADIUS].set("HP_RADIUS", 10.0, "mm");
+  pipe.para[VelBoundaryCond::P_HP_LENGTH].set("HP_LENGTH", 5.0, "m");
+  pipe.para[VelBoundaryCond::P_HP_CAPACITY].set("HP_CAPACITY", 4180.0, "J/kgK");
+  pipe.para[VelBoundaryCond::P_HP_TRANSFER].set("HP_TRANSFER", 200.0, "W/m2K");
+  setup.project.m_conditions.boundaryConds = {pipe};
+  setup.assign(VelSelection::A_BOUNDARYCOND, "pipe", {0, 0, 1, 1}, {VelSelection::L_LEFT});
+  setup.run();
+  const HeatPipe& heatPipe = setup.data.boundaryConds.at(0).heatPipe;
+  EXPECT_DOUBLE_EQ(heatPipe.crossSection, 3.14e-4);
+  ASSERT_EQ(heatPipe.shares.size(), 2u);
+  EXPECT_DOUBLE_EQ(*heatPipe.share(setup.elementAt(0, 0)->number), 0.75);
+  EXPECT_DOUBLE_EQ(*heatPipe.share(setup.elementAt(0, 1)->number), 0.25);
+}
+
+TEST(SetupFieldConds, unusedOnes_areDroppedUnchecked) {
+  SetupFixture setup({1, 1}, {1});
+  auto bad = named<VelFieldCond>("bad");
+  bad.condition = VelFieldCond::C_REMENESOUR;
+  setup.project.m_conditions.fieldConds = {bad};
+  EXPECT_EQ(setup.thrown(), (Thrown{"nothing thrown", ""}));
+  setup.assign(VelSelection::A_FIELDCOND, "bad", WHOLE_GRID);
+  EXPECT_EQ(setup.thrown().text, "FLUID_CAPACITY is required");
+}
+
 TEST(SetupFieldConds, remoteCondition_isLinkedAndMatched) {
   SetupFixture setup({1, 2, 1, 2}, {1});
   auto source = named<VelFieldCond>("source");

@@ -74,6 +74,22 @@ TEST(VelBoundaryCondRead, everyOtherKeyword_isRead) {
   EXPECT_EQ(bc.idNames[BC::I_ROOM], "kitchen");
 }
 
+TEST(VelBoundaryCondRead, allKeywordsTogether_areRead) {
+  const BC bc =
+      readBoundaryCond(climateLines() +
+                       "TYPE = RAIN\nKIND = STDRAIN\nNAME = all\nSTART_TIME = 1 s\nEND_TIME = 2 s\nFLAGS = "
+                       "INCLUDE_RH_CLOUD\nWALLDATA = w\nSOLUTION = s\nROOM = r\n" +
+                       numberedParameters(BOUNDARYCOND_PARAMETERS, "K"));
+  EXPECT_TRUE(areNumbered(bc.para, BOUNDARYCOND_PARAMETERS, "K"));
+  EXPECT_TRUE(areClimateNames(bc.climateNames));
+  EXPECT_EQ(bc.condition, BC::C_RAIN);
+  EXPECT_EQ(bc.kind, BC::K_STDRAIN);
+  EXPECT_EQ(bc.name + bc.idNames[0] + bc.idNames[1] + bc.idNames[2], "allwsr");
+  EXPECT_EQ(bc.startTime.value, 1.0);
+  EXPECT_EQ(bc.endTime.value, 2.0);
+  EXPECT_EQ(bc.flags.to_ulong(), 2u);
+}
+
 TEST(VelBoundaryCondRead, everyType_hasItsIndex) {
   const std::vector<std::string> types = {"HEATCOND", "VAPDIFF",  "RAIN",    "SHWRAD",   "LOWRAD",
                                           "WATCONTC", "AIRPRESS", "VOCDIFF", "SOLCONTC", "ROOM"};

@@ -71,6 +71,20 @@ TEST(VelContactCondRead, everyOtherKeyword_isRead) {
   EXPECT_EQ(kc.functions[KC::FUN_SD_NEG].y, (std::vector<double>{8.0, 4.0, 2.0}));
 }
 
+TEST(VelContactCondRead, allKeywordsTogether_areRead) {
+  const KC kc =
+      readContactCond(numberedParameters(CONTACTCOND_PARAMETERS, "m") +
+                      "sd-(rh) = 0 2 1 3\nsd+(rh) = 0 4 1 5\nSD_POSITIVE_DIRECTION = no\nFOIL_NAME = "
+                      "f\nKIND = DIRECTION_INDEPENDENT\nNAME = all\nTYPE = FOIL");
+  EXPECT_TRUE(areNumbered(kc.para, CONTACTCOND_PARAMETERS, "m"));
+  EXPECT_EQ(kc.condition, KC::C_FOIL);
+  EXPECT_EQ(kc.kind, KC::K_DIRECTION_INDEPENDENT);
+  EXPECT_EQ(kc.name + kc.foilName, "allf");
+  EXPECT_FALSE(kc.sdPositiveDirection);
+  EXPECT_EQ(kc.functions[KC::FUN_SD_NEG].y, (std::vector<double>{2.0, 3.0}));
+  EXPECT_EQ(kc.functions[KC::FUN_SD_POS].y, (std::vector<double>{4.0, 5.0}));
+}
+
 TEST(VelContactCondRead, everyType_hasItsIndex) {
   const std::vector<std::string> types = {"AIR_MAT_HEATCOND", "AIR_MAT_VAPDIFF", "FOIL", "FOIL_ADAPTIVE",
                                           "ADDITIONAL_RESISTANCE"};

@@ -57,6 +57,19 @@ TEST(VelDisc, geometry_isReadByKeyword) {
   EXPECT_EQ(discFrom("GEOMETRY = RSYM").geometry, VelDisc::G_RSYM);
 }
 
+TEST(VelDisc, allKeywordsTogether_areRead) {
+  const VelDisc disc = discFrom(
+      "GEOMETRY = PLANE2D\nX_STEPS = 1 2 m\nY_STEPS = 3 cm\nZ_STEPS = 4 5 m\nTHETA_Z = 6\nPIE_SLICE_ANGLE = "
+      "7\n");
+  EXPECT_EQ(disc.geometry, VelDisc::G_PLANE2D);
+  EXPECT_EQ(disc.dx.data, (std::vector<double>{1.0, 2.0}));
+  ASSERT_EQ(disc.dy.data.size(), 1u);
+  EXPECT_DOUBLE_EQ(disc.dy.data[0], 0.03);
+  EXPECT_EQ(disc.dz.data, (std::vector<double>{4.0, 5.0}));
+  EXPECT_EQ(disc.thetaZ, 6.0);
+  EXPECT_EQ(disc.pieSliceAngle, 7.0);
+}
+
 TEST(VelDisc, unknownGeometry_fails) {
   EXPECT_EQ(thrownBy([] { discFrom("GEOMETRY = PLANE3D"); }),
             (Thrown{"Cannot determine enumeration value for enumeration type 'VelDisc::geometry_t' and "

@@ -82,6 +82,20 @@ TEST(VelFieldCond, everyOtherKeyword_isRead) {
   EXPECT_EQ(fc.remoteName, "far end");
 }
 
+TEST(VelFieldCond, allKeywordsTogether_areRead) {
+  const FC fc =
+      readFieldCond(numberedParameters(FIELDCOND_PARAMETERS, "K") + climateLines() +
+                    "REMOTE_COND = far\nFLAGS = USE_FLOWRATE\nSTART_TIME = 1 s\nEND_TIME = 2 s\nNAME = "
+                    "all\nTYPE = AIRFLOW");
+  EXPECT_TRUE(areNumbered(fc.para, FIELDCOND_PARAMETERS, "K"));
+  EXPECT_TRUE(areClimateNames(fc.climateNames));
+  EXPECT_EQ(fc.condition, FC::C_AIRFLOW);
+  EXPECT_EQ(fc.name + fc.remoteName, "allfar");
+  EXPECT_EQ(fc.startTime.value, 1.0);
+  EXPECT_EQ(fc.endTime.value, 2.0);
+  EXPECT_EQ(fc.flags.to_ulong(), 1u);
+}
+
 TEST(VelFieldCond, everyType_hasItsIndex) {
   const std::vector<std::string> types = {
       "WATSOURCE",         "VOCSOURCE",        "ENESOURCE",     "LW_RADIATION",     "REMWATSOUR",

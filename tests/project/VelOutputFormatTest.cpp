@@ -20,6 +20,76 @@ VelOutputFormat formatFrom(const std::string& text) {
   return format;
 }
 
+struct Quantity {
+  std::string keyword;
+  int index;
+};
+
+#define FIELD_QUANTITY(KEYWORD) \
+  { #KEYWORD, VelOutputFormat::Q_##KEYWORD }
+#define FLUX_QUANTITY(KEYWORD) \
+  { #KEYWORD, VelOutputFormat::X_##KEYWORD }
+
+// In the order of their numbers.
+const std::vector<Quantity> FIELD_QUANTITIES = {FIELD_QUANTITY(TEMPER),
+                                                FIELD_QUANTITY(ENERGY),
+                                                FIELD_QUANTITY(MOISTURE),
+                                                FIELD_QUANTITY(WATERMASS),
+                                                FIELD_QUANTITY(VAPORMASS),
+                                                FIELD_QUANTITY(THETAL),
+                                                FIELD_QUANTITY(ULIQU),
+                                                FIELD_QUANTITY(OVHWATCONT),
+                                                FIELD_QUANTITY(OVHWATMASS),
+                                                FIELD_QUANTITY(RELHUM),
+                                                FIELD_QUANTITY(GASPRESS),
+                                                FIELD_QUANTITY(GASPRESS_DIFF),
+                                                FIELD_QUANTITY(LIQUIDPRESS),
+                                                FIELD_QUANTITY(CAPILLARYPRESS),
+                                                FIELD_QUANTITY(VAPPRESS),
+                                                FIELD_QUANTITY(SALT),
+                                                FIELD_QUANTITY(SALTMOLAL),
+                                                FIELD_QUANTITY(SALTMOLNUM),
+                                                FIELD_QUANTITY(SOLUTION),
+                                                FIELD_QUANTITY(VOCG),
+                                                FIELD_QUANTITY(VOCS),
+                                                FIELD_QUANTITY(VOCPRESS),
+                                                FIELD_QUANTITY(VOCDENSG),
+                                                FIELD_QUANTITY(THERMAL_EXPANSION),
+                                                FIELD_QUANTITY(HYGRIC_EXPANSION),
+                                                FIELD_QUANTITY(TOTAL_EXPANSION),
+                                                FIELD_QUANTITY(HEATSOURCE),
+                                                FIELD_QUANTITY(MOISTSOURCE),
+                                                FIELD_QUANTITY(VOCSOURCE),
+                                                FIELD_QUANTITY(LOCALERROR_U),
+                                                FIELD_QUANTITY(LOCALERROR_MWV),
+                                                FIELD_QUANTITY(FREEZE_THAW),
+                                                FIELD_QUANTITY(RHO_ICE),
+                                                FIELD_QUANTITY(ICE_VOLUME_RATIO),
+                                                FIELD_QUANTITY(HP_FLOW_TEMPERATURE),
+                                                FIELD_QUANTITY(HP_RETURN_FLOW_TEMPERATURE),
+                                                FIELD_QUANTITY(SATDEGREE),
+                                                FIELD_QUANTITY(CONVECTIVE_MOISTURE_SOURCE),
+                                                FIELD_QUANTITY(CONVECTIVE_AIR_FLOW),
+                                                FIELD_QUANTITY(HEATFLUXMEAN),
+                                                FIELD_QUANTITY(AIRFLUXMEAN),
+                                                FIELD_QUANTITY(AIRFLUXMAX_X),
+                                                FIELD_QUANTITY(AIRFLUXMAX_Y),
+                                                FIELD_QUANTITY(AIRENTHALPYFLUX),
+                                                FIELD_QUANTITY(AIRFLOWENTHALPY_IN),
+                                                FIELD_QUANTITY(AIRFLOWENTHALPY_OUT),
+                                                FIELD_QUANTITY(HP_HEAT_FLUX),
+                                                FIELD_QUANTITY(DEW_POINT)};
+const std::vector<Quantity> FLUX_QUANTITIES = {
+    FLUX_QUANTITY(HEATFLUX), FLUX_QUANTITY(MOISTFLUX),  FLUX_QUANTITY(WATFLUX),
+    FLUX_QUANTITY(VAPDIFF),  FLUX_QUANTITY(VAPCONV),    FLUX_QUANTITY(AIRFLUX),
+    FLUX_QUANTITY(VOCFLUX),  FLUX_QUANTITY(VOCDIFF),    FLUX_QUANTITY(VOCCONV),
+    FLUX_QUANTITY(NORMRAIN), FLUX_QUANTITY(SHWRAD),     FLUX_QUANTITY(LWRAD),
+    FLUX_QUANTITY(AIRENTH),  FLUX_QUANTITY(RAINRUNOFF), FLUX_QUANTITY(RAINRUNOFFENTH),
+    FLUX_QUANTITY(WATENTH)};
+
+#undef FIELD_QUANTITY
+#undef FLUX_QUANTITY
+
 }  // namespace
 
 TEST(VelOutputFormat, defaults) {
@@ -51,6 +121,49 @@ TEST(VelOutputFormat, fieldFormat_isReadWhole) {
   EXPECT_EQ(format.precision, 4);
   EXPECT_EQ(format.width, 15);
   EXPECT_TRUE(format.binary);
+}
+
+TEST(VelOutputFormat, allKeywordsTogether_areRead) {
+  const VelOutputFormat format = formatFrom(
+      "BINARY = yes\nFORMAT = FIXED\nWIDTH = 3\nPRECISION = 2\nVALUE_UNIT = W/m2\nTIME_UNIT = d\nTIME_TYPE = "
+      "MEAN\nSPACE_TYPE = SINGLE\nFLUX_TYPE = WATENTH\nTYPE = FLUX\nNAME = q");
+  EXPECT_EQ(format.name, "q");
+  EXPECT_EQ(format.type, VelOutputFormat::T_FLUX);
+  EXPECT_EQ(format.quantity, VelOutputFormat::X_WATENTH);
+  EXPECT_EQ(format.spaceType, VelOutputFormat::S_SINGLE);
+  EXPECT_EQ(format.timeType, VelOutputFormat::M_MEAN);
+  EXPECT_EQ(format.timeUnit.name(), "d");
+  EXPECT_EQ(format.valueUnit.name(), "W/m2");
+  EXPECT_EQ(format.precision, 2);
+  EXPECT_EQ(format.width, 3);
+  EXPECT_EQ(format.numberFormat, 0x2000);
+  EXPECT_TRUE(format.binary);
+}
+
+TEST(VelOutputFormat, everyFieldType_hasItsNumber) {
+  ASSERT_EQ(FIELD_QUANTITIES.size(), 48u);
+  for (std::size_t k = 0; k < FIELD_QUANTITIES.size(); ++k) {
+    const auto& [keyword, index] = FIELD_QUANTITIES[k];
+    EXPECT_EQ(index, static_cast<int>(k)) << keyword;
+    EXPECT_EQ(formatFrom("FIELD_TYPE = " + keyword).quantity, index) << keyword;
+  }
+}
+
+TEST(VelOutputFormat, everyFluxType_hasItsNumber) {
+  ASSERT_EQ(FLUX_QUANTITIES.size(), 16u);
+  for (std::size_t k = 0; k < FLUX_QUANTITIES.size(); ++k) {
+    const auto& [keyword, index] = FLUX_QUANTITIES[k];
+    EXPECT_EQ(index, static_cast<int>(k)) << keyword;
+    EXPECT_EQ(formatFrom("FLUX_TYPE = " + keyword).quantity, index) << keyword;
+  }
+}
+
+TEST(VelOutputFormat, everySpaceAndTimeType_hasItsNumber) {
+  const std::vector<std::string> space = {"SINGLE", "MEAN", "INTEGRAL"}, time = {"NONE", "MEAN", "INTEGRAL"};
+  for (std::size_t k = 0; k < 3; ++k) {
+    EXPECT_EQ(formatFrom("SPACE_TYPE = " + space[k]).spaceType, static_cast<int>(k));
+    EXPECT_EQ(formatFrom("TIME_TYPE = " + time[k]).timeType, static_cast<int>(k));
+  }
 }
 
 TEST(VelOutputFormat, fluxType_isReadByItsOwnList) {

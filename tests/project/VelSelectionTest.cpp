@@ -33,6 +33,22 @@ TEST(VelSelection, block_isReadWhole) {
   EXPECT_EQ(selection.location.to_ulong(), 1ul << VelSelection::L_LEFT);
 }
 
+TEST(VelSelection, everyType_hasItsIndex) {
+  const std::vector<std::string> types = {"MATERIAL",    "BOUNDARYCOND", "INITIALCOND", "FIELDCOND",
+                                          "CONTACTCOND", "FIELDOUTPUT",  "FLUXOUTPUT",  "Interface"};
+  ASSERT_EQ(types.size(), static_cast<std::size_t>(VelSelection::NUM_A));
+  for (std::size_t k = 0; k < types.size(); ++k) {
+    EXPECT_EQ(selectionFrom("TYPE = " + types[k]).kind, static_cast<int>(k)) << types[k];
+  }
+}
+
+TEST(VelSelection, everyLocation_hasItsBit) {
+  const std::vector<std::string> locations = {"ELEMENT", "LEFT", "RIGHT", "TOP", "BOTTOM"};
+  for (std::size_t k = 0; k < locations.size(); ++k) {
+    EXPECT_EQ(selectionFrom("LOCATION = " + locations[k]).location.to_ulong(), 1ul << k) << locations[k];
+  }
+}
+
 TEST(VelSelection, oldWordOutput_meansFieldOutput) {
   EXPECT_EQ(selectionFrom("TYPE = OUTPUT").kind, VelSelection::A_FIELDOUTPUT);
 }
