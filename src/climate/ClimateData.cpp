@@ -8,6 +8,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/UnitVector.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -79,8 +80,8 @@ void VelClimateCond::checkFileCondition(const std::string& typeName) const {
   if (inFile == condition) return;
   if (isTemperature(inFile) && isTemperature(condition)) return;
   if (isRain(inFile) && isRain(condition)) return;
-  throw TKL::Exception("Mismatch of condition type '" + typeName + "' in CC file '" + fileName.str() +
-                           " and condition type set in CC '" + name + "'!",
+  throw TKL::Exception("Mismatch of condition type '" + quotedText(typeName) + "' in CC file '" +
+                           fileName.str() + " and condition type set in CC '" + name + "'!",
                        FUNC_ID);
 }
 

@@ -7,6 +7,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
 #include "keywords/KeywordList.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -28,9 +29,10 @@ bool switchValue(const KeywordLine& line) {
   const char* const FUNC_ID = READ_ID;
   if (TKL::string_nocase_compare(line.value, "yes") || line.value == "1") return true;
   if (TKL::string_nocase_compare(line.value, "no") || line.value == "0") return false;
-  throw TKL::Exception(
-      TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!").arg(line.value).arg(line.keyword),
-      FUNC_ID);
+  throw TKL::Exception(TKL::FormatString("Invalid parameter value '%1' for keyword '%2'!")
+                           .arg(quotedText(line.value))
+                           .arg(line.keyword),
+                       FUNC_ID);
 }
 
 /// The time within a year of 365 days [s]; the very end of the year stays as it is. The remainder of a

@@ -4,6 +4,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/QuotedText.h"
 #include "foundation/StringUtilities.h"
 
 namespace TKL {
@@ -44,7 +45,7 @@ Color Color::fromHtml(const std::string& text) {
     valid = valid && digitValue(digit) >= 0;
   }
   if (!valid) {
-    throw Exception(FormatString("Invalid colour '%1'!").arg(text), FUNC_ID);
+    throw Exception(FormatString("Invalid colour '%1'!").arg(quotedText(text)), FUNC_ID);
   }
   digits.remove_prefix(digits.size() - 6);
   Color color;

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "foundation/ConsoleColor.h"
+#include "foundation/QuotedText.h"
 #include "foundation/StringUtilities.h"
 
 namespace TKL {
@@ -178,7 +179,7 @@ MessageHandlerRegistry& MessageHandlerRegistry::instance() {
 }
 
 void message(const std::string& text, int type, const char* functionId, int verbosityLevel) {
-  MessageHandlerRegistry::instance().current->msg(text, type, functionId, verbosityLevel);
+  MessageHandlerRegistry::instance().current->msg(printableMessage(text), type, functionId, verbosityLevel);
 }
 
 void message(const FormatString& text, int type, const char* functionId, int verbosityLevel) {

@@ -72,7 +72,7 @@ class MessageHandlerRegistry {
   MessageHandlerRegistry() = default;
 };
 
-/// Sends a text to the current message handler.
+/// Sends a text to the current message handler; an overlong text is shortened, see `printableMessage`.
 void message(const std::string& text, int type, const char* functionId, int verbosityLevel);
 /// Renders the format string and sends it to the current message handler.
 void message(const FormatString& text, int type, const char* functionId, int verbosityLevel);

@@ -9,6 +9,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/NumberScanner.h"
+#include "foundation/QuotedText.h"
 #include "foundation/UnitList.h"
 
 namespace TKL {
@@ -79,7 +80,7 @@ bool Parameter::set(const std::string& parameterName, const std::string& text, s
   const std::string unitName(scanWord(rest));
   if (!hasNumber || unitName.empty()) {
     if (errorMessage != nullptr) {
-      *errorMessage = FormatString("Error reading parameter from string '%1'.").arg(text).str();
+      *errorMessage = FormatString("Error reading parameter from string '%1'.").arg(quotedText(text)).str();
     }
     return false;
   }

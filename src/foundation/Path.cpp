@@ -6,6 +6,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/QuotedText.h"
 #include "foundation/StringUtilities.h"
 
 namespace TKL {
@@ -141,7 +142,8 @@ Path Path::withReplacedPlaceholders(const std::map<std::string, Path>& placehold
     const auto known = placeholderMap.find(placeholder.name);
     if (known != placeholderMap.end()) {
       if (!known->second.isValid()) {
-        throw Exception(FormatString("Path for placeholder '%1' is empty.").arg(placeholder.name), FUNC_ID);
+        throw Exception(FormatString("Path for placeholder '%1' is empty.").arg(quotedText(placeholder.name)),
+                        FUNC_ID);
       }
       std::string rest = path_.substr(placeholder.end);
       if (rest.starts_with('/')) {
@@ -150,8 +152,8 @@ Path Path::withReplacedPlaceholders(const std::map<std::string, Path>& placehold
       if (isAbsoluteText(rest)) {
         throw Exception(FormatString("Cannot add absolute path '%1' (from replacing placeholder '%2') to "
                                      "path part '%3'.")
-                            .arg(rest)
-                            .arg(placeholder.name)
+                            .arg(quotedText(rest))
+                            .arg(quotedText(placeholder.name))
                             .arg(known->second),
                         FUNC_ID);
       }
@@ -164,7 +166,7 @@ Path Path::withReplacedPlaceholders(const std::map<std::string, Path>& placehold
       list += "$(" + name + ") = " + path.path_ + "\n";
     }
     throw Exception(FormatString("Unknown or undefined path placeholder '%1'. Known placeholders are:\n%2")
-                        .arg(placeholder.name)
+                        .arg(quotedText(placeholder.name))
                         .arg(list),
                     UNKNOWN_ID);
   }

@@ -5,6 +5,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/QuotedText.h"
 #include "foundation/StringUtilities.h"
 
 namespace TKL {
@@ -34,8 +35,9 @@ class SectionTracker {
       return false;
     }
     if (current_ == titles_.size()) {
-      throw Exception(FormatString("Expected section header in first non-empty line:\n'%1'").arg(line),
-                      FUNC_ID);
+      throw Exception(
+          FormatString("Expected section header in first non-empty line:\n'%1'").arg(quotedText(line)),
+          FUNC_ID);
     }
     return true;
   }

@@ -10,6 +10,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/QuotedText.h"
 #include "foundation/StringUtilities.h"
 
 namespace TKL {
@@ -165,7 +166,7 @@ T string2val(const std::string& text) {
   const char* const FUNC_ID = "[string2val]";
   T value{};
   if (!tryString2val(text, value)) {
-    throw Exception(FormatString("Could not convert '%1' into value.").arg(text), FUNC_ID);
+    throw Exception(FormatString("Could not convert '%1' into value.").arg(quotedText(text)), FUNC_ID);
   }
   return value;
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/QuotedText.h"
 #include "foundation/UnitList.h"
 
 namespace TKL {
@@ -11,7 +12,7 @@ namespace {
 std::uint32_t indexOf(const std::string& name, const char* functionId) {
   const UnitData* const entry = UnitList::instance().retrieve(name);
   if (entry == nullptr) {
-    throw Exception(FormatString("Unit '%1' not found.").arg(name), functionId);
+    throw Exception(FormatString("Unit '%1' not found.").arg(quotedText(name)), functionId);
   }
   return entry->id;
 }

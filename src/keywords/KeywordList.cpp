@@ -5,6 +5,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "keywords/KeywordTables.h"
+#include "keywords/QuotedText.h"
 
 namespace VELMORA {
 
@@ -62,7 +63,7 @@ std::int32_t KeywordList::Enumeration(std::string_view category, std::string_vie
     throw TKL::Exception(
         TKL::FormatString("Cannot determine enumeration value for enumeration type '%1' and keyword '%2'.")
             .arg(std::string(category))
-            .arg(std::string(keyword)),
+            .arg(quotedText(std::string(keyword))),
         FUNC_ID);
   return index;
 }

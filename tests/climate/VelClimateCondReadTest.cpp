@@ -106,6 +106,11 @@ TEST(VelClimateCondRead, switches_refuseOtherWords) {
         (Thrown{std::string("Invalid parameter value 'true' for keyword '") + keyword + "'!", READ_ID}));
 }
 
+TEST(VelClimateCondRead, endlessWordOfASwitch_isQuotedShort) {
+  EXPECT_EQ(thrownByReading("CYCLIC_DATA = " + std::string(100000, 'a')).text,
+            "Invalid parameter value '" + std::string(200, 'a') + "...' for keyword 'CYCLIC_DATA'!");
+}
+
 TEST(VelClimateCondRead, parameterWithoutUnit_isRefused) {
   EXPECT_EQ(thrownByReading("CONSTVALUE = 5\n"),
             (Thrown{"Invalid parameter value '5' for keyword 'CONSTVALUE'!", READ_ID}));

@@ -85,6 +85,14 @@ TEST(KeywordList, enumeration_unknownKeyword_throws) {
               "[KeywordList::Enumeration]"}));
 }
 
+TEST(KeywordList, enumeration_endlessKeyword_isQuotedShort) {
+  EXPECT_EQ(thrownBy([] {
+              KeywordList::Enumeration("VelDisc::geometry_t", "\x1b" + std::string(100000, 'a'));
+            }).text,
+            "Cannot determine enumeration value for enumeration type 'VelDisc::geometry_t' and keyword '?" +
+                std::string(199, 'a') + "...'.");
+}
+
 TEST(KeywordList, enumeration_failure_leavesDeprecatedAlone) {
   for (bool before : {false, true}) {
     bool deprecated = before;

@@ -63,6 +63,20 @@ TEST(HostileInput, valueOfOneMegabyte) {
   expectRefused(project.run(), "digits");
 }
 
+TEST(HostileInput, wordOfOneMegabyte) {
+  const SmallProject project;
+  const std::string word(MEGABYTE, 'A');
+  for (const char* const begin :
+       {"[INIT]\n[GENERAL]\nDURATION = 1 ",
+        "[INIT]\n[GENERAL]\nSTART_YEAR = ", "[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = ",
+        "[INIT]\n[SOLVER_SETTINGS]\nREL_TOL = ", "[MATERIALS]\n[MATERIAL]\nFILE = $(",
+        "[MATERIALS]\n[MATERIAL]\nFILE = ", "[MATERIALS]\n[MATERIAL]\nRHO = 1 ",
+        "[MATERIALS]\n[MATERIAL]\nRHO = ", "[CONDITIONS]\n[CLIMATE_CONDITIONS]\n[CLIMATE_COND]\nTYPE = ",
+        "[CONDITIONS]\n[CLIMATE_CONDITIONS]\n[CLIMATE_COND]\nCYCLIC_DATA = ",
+        "[CONDITIONS]\n[BOUNDARY_CONDITIONS]\n[BOUND_COND]\nKIND = ", "[ASSIGNMENTS]\n[SELECTION]\nTYPE = "})
+    expectRefused(project.runText(begin + word + "\n"), begin);
+}
+
 TEST(HostileInput, manyBrackets) {
   const SmallProject project;
   expectRefused(project.runText("[INIT]\n" + std::string(MEGABYTE, '[')), "opening");
@@ -98,6 +112,9 @@ TEST(HostileInput, controlBytesDoNotReachTheTerminal) {
   const ProcessResult result = project.runText("\x1b[2Jgone\n");
   expectRefused(result, "escape");
   EXPECT_EQ(result.err.find('\x1b'), std::string::npos);
+  const ProcessResult word = project.runText("[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = \x1b[31mred\n");
+  expectRefused(word, "escape in a word");
+  EXPECT_EQ(word.err.find('\x1b'), std::string::npos);
 }
 
 TEST(HostileInput, carriageReturnLineEnds_areAccepted) {
