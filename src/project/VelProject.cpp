@@ -178,9 +178,11 @@ void VelProject::readProjectInfo(const SectionText& text) {
         m_created = value;
       else if (keyword.find("LAST_EDIT") != std::string::npos)
         m_lastEdit = value;
-      else
+      else {
+        noteUnknownKeyword(keyword, line.number);
         TKL::message(TKL::FormatString("Invalid keyword '%1' in this section!").arg(quotedText(keyword)),
                      TKL::MSG_STANDARD, FUNC_ID, VERBOSITY);
+      }
     } else if (line.text.find("COMMENTS:") != std::string::npos) {
       inComment = true;
     } else if (!line.text.empty()) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <random>
+#include <stdexcept>
 
 #include "foundation/Exception.h"
 #include "support/MessageCapture.h"
@@ -213,6 +214,41 @@ TEST_F(VelProjectTest, failureBeforeTheFirstSection_namesItsLine) {
   EXPECT_EQ(messages.messages.back().text, "The error is in line 2 of the file '" + fileName() + "': [wall]");
 }
 
+/// Fails like a library at the message that names the installation.
+class FailingHandler : public MessageCapture {
+ public:
+  void msg(const std::string& text, int type, const char* functionId, int verbosityLevel) override {
+    MessageCapture::msg(text, type, functionId, verbosityLevel);
+    if (text.starts_with("Installation directory")) throw std::runtime_error("no more memory");
+  }
+};
+
+TEST_F(VelProjectTest, libraryFailure_isLoggedAndComposedLikeAnyOther) {
+  const FailingHandler handler;
+  EXPECT_EQ(read("[INIT]\n"), 1);
+  EXPECT_TRUE(handler.has("no more memory", TKL::MSG_ERROR, READ_ID, -1));
+  EXPECT_EQ(errorMessage, "Error reading project file '" + fileName() + "'!\nno more memory");
+  EXPECT_EQ(handler.indentation, 0);
+}
+
+TEST_F(VelProjectTest, assignmentsOfMaterials_takeTheNamesOfTheSuccessors) {
+  folder.write("Zinc_280.m6",
+               "V6MARLZ! 006.000\n[IDENTIFICATION]\nNAME = en:Zinc sheet\n"
+               "[STORAGE_BASE_PARAMETERS]\nRHO = 7200 kg/m3\nCE = 380 J/kgK\n"
+               "[TRANSPORT_BASE_PARAMETERS]\nLAMBDA = 110 W/mK\n");
+  std::string assignments = "[ASSIGNMENTS]\n";
+  for (const char* const selection : {"MATERIAL\nNAME = Zinc", "MATERIAL\nNAME = Zinc.mat",
+                                      "MATERIAL\nNAME = zinc", "INITIALCOND\nNAME = Zinc"})
+    assignments += std::string("[SELECTION]\nRANGE = 0 0 0 0\nTYPE = ") + selection + "\n";
+  EXPECT_EQ(read(assignments + "[MATERIALS]\n[MATERIAL]\nFILE = Zinc.mat\n[DIRECTORIES]\nMATERIALS = " +
+                 folder.path().string() + "\n"),
+            0)
+      << errorMessage;
+  std::vector<std::string> names;
+  for (const VelSelection& selection : project.m_assignments.selections) names.push_back(selection.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"Zinc sheet", "Zinc sheet", "zinc", "Zinc"}));
+}
+
 TEST_F(VelProjectTest, valueWithEqualSign_isKept) {
   EXPECT_EQ(read("[INIT]\n[GENERAL]\nVOC_IDS = a=b\n"), 0);
   EXPECT_EQ(project.m_init.vocIds, "a=b");
@@ -231,6 +267,13 @@ TEST_F(VelProjectTest, unknownDirectory_countsAsUnknownKeyword) {
   EXPECT_TRUE(
       messages.contains("1 unknown or deprecated keyword(s) in the project file. The first one is "
                         "'CLIMAT' in line 2, section DIRECTORIES."));
+}
+
+TEST_F(VelProjectTest, unknownProjectInfo_countsAsUnknownKeyword) {
+  EXPECT_EQ(read("[PROJECT_INFO]\nCREATED = today\nFILE_VERSOIN = 6\n"), 0);
+  EXPECT_TRUE(
+      messages.contains("1 unknown or deprecated keyword(s) in the project file. The first one is "
+                        "'FILE_VERSOIN' in line 3, section PROJECT_INFO."));
 }
 
 TEST_F(VelProjectTest, knownKeywords_giveNoClosingWarning) {
