@@ -7,6 +7,7 @@
 #include "foundation/Message.h"
 #include "support/StreamCapture.h"
 #include "support/TempFolder.h"
+#include "support/Terminal.h"
 
 namespace VELMORA_SOLVER {
 namespace {
@@ -169,6 +170,34 @@ TEST_F(ConsoleHandler, withoutLog_onlyTheConsoleIsWritten) {
   send("abc", TKL::MSG_STANDARD);
   EXPECT_EQ(out.text(), "abc");
   EXPECT_EQ(log(), "");
+}
+
+/// What a message writes to a terminal that stands for a stream.
+std::string onTerminal(int descriptor, const std::string& text, int type) {
+  TKL::Terminal terminal(descriptor);
+  if (!terminal.works()) return "no pseudo terminal here";
+  ConsoleSolverMsgHandler(1, false).msg(text, type, "[f]", 1);
+  return terminal.text();
+}
+
+TEST(ConsoleColours, warningWithoutLineEnd_isYellow) {
+  EXPECT_EQ(onTerminal(STDOUT_FILENO, "abc", TKL::MSG_WARNING), "\033[93mabc\n\033[0m");
+}
+
+TEST(ConsoleColours, warningWithLineEnd_isLightCyan) {
+  EXPECT_EQ(onTerminal(STDOUT_FILENO, "abc\n", TKL::MSG_WARNING), "\033[93m\033[96mabc\n\033[0m");
+}
+
+TEST(ConsoleColours, error_isLightRed) {
+  EXPECT_EQ(onTerminal(STDERR_FILENO, "abc", TKL::MSG_ERROR), "\033[91mabc\n\033[0m");
+}
+
+TEST(ConsoleColours, debug_isLightMagenta) {
+  EXPECT_EQ(onTerminal(STDERR_FILENO, "abc", TKL::MSG_DEBUG), "\033[95mabc  [f]\n\033[0m");
+}
+
+TEST(ConsoleColours, standardText_hasNone) {
+  EXPECT_EQ(onTerminal(STDOUT_FILENO, "abc", TKL::MSG_STANDARD), "abc");
 }
 
 TEST(SolverLog, isNotOpenedUnlessWanted) {

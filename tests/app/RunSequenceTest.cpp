@@ -13,6 +13,7 @@
 #include "support/MessageCapture.h"
 #include "support/StreamCapture.h"
 #include "support/TempFolder.h"
+#include "support/Terminal.h"
 
 namespace VELMORA_SOLVER {
 namespace {
@@ -335,6 +336,63 @@ TEST_F(RunSequence, wrongCommandLine_showsHelpThenTheComplaint) {
   EXPECT_EQ(rejectCommandLine(flags), 1);
   EXPECT_TRUE(out.text().starts_with("\nCommand line options generally supported by Velmora solvers\n"));
   EXPECT_EQ(err.text(), "\nWrong or missing command line options!\n");
+}
+
+TEST_F(RunSequence, wrongCommandLine_complaintIsRed) {
+  const TKL::StreamCapture out(std::cout);
+  TKL::Terminal terminal(STDERR_FILENO);
+  rejectCommandLine(flags);
+  EXPECT_EQ(terminal.text(), "\033[91m\nWrong or missing command line options!\n\033[0m");
+}
+
+constexpr char PROMPT[] = "Press Enter to continue . . . ";
+
+TEST_F(RunSequence, wrongCommandLine_waitsAtATerminalOnly) {
+  const TKL::StreamCapture err(std::cerr);
+  for (const bool closeOnExit : {false, true}) {
+    flags.closeOnExit = closeOnExit;
+    const TKL::StreamCapture out(std::cout);
+    TKL::Terminal keyboard(STDIN_FILENO);
+    ASSERT_TRUE(keyboard.type("\n"));
+    EXPECT_EQ(rejectCommandLine(flags), 1);
+    EXPECT_EQ(out.text().ends_with(PROMPT), !closeOnExit);
+  }
+}
+
+TEST_F(RunSequence, program_waitsAtItsEndUnlessItShallClose) {
+  for (const int readResult : {0, 1}) {
+    for (const bool closeOnExit : {false, true}) {
+      plan.readResult = readResult;
+      flags.closeOnExit = closeOnExit;
+      TKL::Terminal keyboard(STDIN_FILENO);
+      ASSERT_TRUE(keyboard.type("any words\n"));
+      EXPECT_EQ(runProgram(), readResult);
+      EXPECT_EQ(output.ends_with(PROMPT), !closeOnExit);
+    }
+  }
+}
+
+TEST_F(RunSequence, program_waitsAfterAnException) {
+  plan.onRun = [] { throw std::runtime_error("too cold"); };
+  for (const bool closeOnExit : {false, true}) {
+    flags.closeOnExit = closeOnExit;
+    TKL::Terminal keyboard(STDIN_FILENO);
+    ASSERT_TRUE(keyboard.type("\n"));
+    runProgram();
+    EXPECT_EQ(output.ends_with(std::string("' aborted.\n") + PROMPT), !closeOnExit);
+  }
+}
+
+TEST_F(RunSequence, inputThatIsNoTerminal_isNotWaitedFor) {
+  flags.closeOnExit = false;
+  const int nothing = open("/dev/null", O_RDONLY);
+  const int before = dup(STDIN_FILENO);
+  dup2(nothing, STDIN_FILENO);
+  runProgram();
+  dup2(before, STDIN_FILENO);
+  close(before);
+  close(nothing);
+  EXPECT_FALSE(output.ends_with(PROMPT));
 }
 
 TEST_F(RunSequence, wrongCommandLine_makesNoLog) {

@@ -1,56 +1,15 @@
 #include "foundation/ConsoleColor.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <iostream>
 #include <sstream>
 
+#include "support/Terminal.h"
+
 namespace TKL {
 namespace {
-
-/// Replaces standard output by a pseudo terminal while it lives.
-class TerminalOutput {
- public:
-  TerminalOutput() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-    if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0) {
-      return;
-    }
-    const int terminal = open(ptsname(master_), O_RDWR | O_NOCTTY);
-    if (terminal < 0) {
-      return;
-    }
-    std::cout.flush();
-    saved_ = dup(STDOUT_FILENO);
-    dup2(terminal, STDOUT_FILENO);
-    close(terminal);
-  }
-  ~TerminalOutput() {
-    restore();
-    close(master_);
-  }
-  bool works() const { return saved_ >= 0; }
-  /// What has been written so far.
-  std::string text() {
-    std::cout.flush();
-    char buffer[256];
-    const ssize_t count = read(master_, buffer, sizeof(buffer));
-    return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
-  }
-
- private:
-  void restore() {
-    if (saved_ >= 0) {
-      std::cout.flush();
-      dup2(saved_, STDOUT_FILENO);
-      close(saved_);
-    }
-  }
-  int master_;
-  int saved_ = -1;
-};
 
 TEST(ConsoleColor, otherStream_getsNothing) {
   std::ostringstream stream;
@@ -67,7 +26,7 @@ TEST(ConsoleColor, redirectedStandardOutput_getsNothing) {
 }
 
 TEST(ConsoleColor, terminal_getsTheColour) {
-  TerminalOutput terminal;
+  Terminal terminal(STDOUT_FILENO);
   if (!terminal.works()) {
     GTEST_SKIP() << "no pseudo terminal here";
   }

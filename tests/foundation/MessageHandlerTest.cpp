@@ -7,6 +7,7 @@
 #include <string>
 
 #include "foundation/Message.h"
+#include "support/Terminal.h"
 
 namespace TKL {
 namespace {
@@ -101,6 +102,20 @@ TEST_F(MessageHandlerTest, aboveBothVerbosities_isDropped) {
 TEST_F(MessageHandlerTest, debug_hasNoLevelTest) {
   EXPECT_EQ(consoleOf("text", MSG_DEBUG, 99), "text\n");
   EXPECT_EQ(log(), "[Debug   ]\t" + column("[f]") + "text\n");
+}
+
+TEST(MessageHandlerColours, warningYellow_errorRed_debugMagenta_onStandardOutput) {
+  Terminal terminal(STDOUT_FILENO);
+  if (!terminal.works()) {
+    GTEST_SKIP() << "no pseudo terminal here";
+  }
+  MessageHandler handler;
+  handler.msg("abc", MSG_WARNING, "[f]", 1);
+  EXPECT_EQ(terminal.text(), "\033[93mabc\n\033[0m");
+  handler.msg("abc", MSG_ERROR, "[f]", 1);
+  EXPECT_EQ(terminal.text(), "\033[91mabc\n\033[0m");
+  handler.msg("abc", MSG_DEBUG, "[f]", 1);
+  EXPECT_EQ(terminal.text(), "\033[95mabc\n\033[0m");
 }
 
 TEST_F(MessageHandlerTest, unknownType_writesNothing) {
