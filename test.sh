@@ -8,10 +8,10 @@ cd "$root"
 jobs=$(nproc)
 
 tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libgtest-dev libgmock-dev clang-format-14 \
-  python3 python3-matplotlib
+  python3 python3-matplotlib valgrind
 
 echo "== Layout"
-git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.cpp' |
+git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' |
   xargs -0 -r clang-format-14 --dry-run --Werror
 
 for preset in release asan-ubsan; do
