@@ -78,6 +78,11 @@ class VelContactCond {
   /// parameters of adaptive foils the value 0. To be called once, after `checkParameters`.
   void prepareParameters();
 
+  /// Resistance to vapour diffusion [m/s] between the relative humidities of the two elements of a side. That
+  /// of an adaptive foil depends on the humidities and, if it works in one direction, on which is the higher.
+  /// @param horizontal  the side lies between an element and the one below it
+  double vaporResistance(double rhLeft, double rhRight, bool horizontal) const;
+
  private:
   void readKeyword(const KeywordLine& line);
   void readFunction(const KeywordLine& line);

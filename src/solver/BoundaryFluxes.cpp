@@ -1,55 +1,138 @@
-#include <cmath>
-#include <stdexcept>
-#include <string>
+#include "solver/BoundaryFluxes.h"
 
-#include "solver/RightHandSide.h"
+#include <cmath>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "foundation/PhysicalConstants.h"
+#include "keywords/KeywordList.h"
+#include "solver/RangeRestriction.h"
 
 namespace VELMORA_SOLVER {
 
 using VELMORA::VelBoundaryCond;
-using VELMORA::VelClimateCond;
 
 namespace {
 
-constexpr double SURFACE_COEFFICIENT = 10000.0;  // [W/m2K] a given surface temperature
+constexpr double ACTIVITY_MARGIN = 1e-10;  // [s]
+constexpr double NEVER = 1e300;            // [s]
 
-/// Current value of a climate condition that a boundary condition needs.
-double clim(const VelBoundaryCond& bc, VelClimateCond::condition_t quantity, const char* functionId) {
-  return bc.requireClimate(quantity, functionId).currentValue;
-}
-
-/// Heat exchange coefficient [W/m2K] that grows with the velocity of the air.
-double exchangeCoefficient(const VelBoundaryCond& bc, const char* functionId) {
-  const double slope = bc.para[VelBoundaryCond::P_EXCH_SLOPE].value;
-  const double stillAir = bc.para[VelBoundaryCond::P_EXCOEFF].value;
-  if (!(slope > 0.0)) return stillAir;
-  const TKL::Parameter& exponent = bc.para[VelBoundaryCond::P_EXCH_EXP];
-  const double velocity = clim(bc, VelClimateCond::C_WINDVEL, functionId);
-  if (!exponent.isSet() || exponent.value == 1.0) return stillAir + slope * velocity;
-  return stillAir + std::pow(velocity, exponent.value) * slope;
+bool isActive(double from, double until, double t) {
+  return (from <= t || std::fabs(from - t) <= ACTIVITY_MARGIN) &&
+         (t <= until || std::fabs(until - t) <= ACTIVITY_MARGIN);
 }
 
 }  // namespace
 
-/// Heat flux density [W/m2] into the element. The exchange acts on the temperature of the element's centre.
-double RightHandSide::boundaryFluxHeatConduction(const BoundaryTerm& term) const {
-  const char* const FUNC_ID = "[VelmoraCvodeSolver::boundaryFluxHeatConduction]";
-  const VelBoundaryCond& bc = *term.condition;
-  const double T = state.T[static_cast<std::size_t>(term.element)];
-  switch (bc.kind) {
-    case VelBoundaryCond::K_SURFVAL:
-      return (clim(bc, VelClimateCond::C_TEMPER, FUNC_ID) - T) * SURFACE_COEFFICIENT;
-    case VelBoundaryCond::K_IMPFLUX:
-      return clim(bc, VelClimateCond::C_HEATFLUXDENS, FUNC_ID);
-    case VelBoundaryCond::K_EXCHANGE:
-      return (clim(bc, VelClimateCond::C_TEMPER, FUNC_ID) - T) * bc.para[VelBoundaryCond::P_EXCOEFF].value;
-    case VelBoundaryCond::K_EXCHANGE_VEL:
-      return (clim(bc, VelClimateCond::C_TEMPER, FUNC_ID) - T) * exchangeCoefficient(bc, FUNC_ID);
+BoundaryFluxes::BoundaryFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
+                               const std::vector<ElementTraits>& traits, const SolverState& state,
+                               FluxRecords& records)
+    : settings_(settings), traits_(traits), state_(state), records_(records) {
+  checkConditions(data);
+  for (const VELMORA::Side& side : data.sides)
+    if (side.elementLeft == nullptr || side.elementRight == nullptr) collect(side);
+}
+
+/// Whether a condition acts on the balance equations of the run; one that does not is ignored.
+bool BoundaryFluxes::acts(const VelBoundaryCond& condition) const {
+  switch (condition.condition) {
+    case VelBoundaryCond::C_HEATCOND:
+    case VelBoundaryCond::C_SHWRAD:
+    case VelBoundaryCond::C_LOWRAD:
+      return settings_.equations.has(BE_ENERGY);
+    case VelBoundaryCond::C_VAPDIFF:
+    case VelBoundaryCond::C_RAIN:
+    case VelBoundaryCond::C_WATCONTC:
+      return settings_.equations.has(BE_MOISTURE);
+    case VelBoundaryCond::C_AIRPRESS:
+      return settings_.equations.has(BE_AIR);
+    case VelBoundaryCond::C_VOCDIFF:
+      return settings_.equations.has(BE_POLLUTANT);
     default:
-      throw std::runtime_error(
-          "[VelmoraCvodeSolver::boundaryFluxHeatConduction]  Invalid kind type of the boundary condition '" +
-          bc.name + "'");
+      return false;  // no formula in any combination: SOLCONTC, and ROOM without a room
   }
+}
+
+/// Conditions that act on the balances but have no formula in this version must not be dropped silently.
+void BoundaryFluxes::checkConditions(const VELMORA::CalculationData& data) const {
+  const char* const FUNC_ID = "[RightHandSide::checkConditions]";
+  for (const VelBoundaryCond& bc : data.boundaryConds) {
+    if (bc.condition == VelBoundaryCond::NUM_C)
+      throw TKL::Exception(TKL::FormatString("Boundary condition '%1' has no TYPE.").arg(bc.name), FUNC_ID);
+    const bool known =
+        (bc.condition == VelBoundaryCond::C_HEATCOND && bc.kind != VelBoundaryCond::K_HEATPIPE) ||
+        bc.condition == VelBoundaryCond::C_VAPDIFF || bc.condition == VelBoundaryCond::C_WATCONTC;
+    if (known || !acts(bc)) continue;
+    throw TKL::Exception(
+        TKL::FormatString("Boundary condition '%1': TYPE = %2%3 is not available in this version.")
+            .arg(bc.name)
+            .arg(VELMORA::KeywordList::Keyword("VelBoundaryCond::condition_t",
+                                               static_cast<unsigned>(bc.condition)))
+            .arg(bc.condition == VelBoundaryCond::C_HEATCOND ? " with KIND = HEATPIPE" : ""),
+        FUNC_ID);
+  }
+}
+
+void BoundaryFluxes::collect(const VELMORA::Side& side) {
+  const VELMORA::Element& element = side.elementLeft != nullptr ? *side.elementLeft : *side.elementRight;
+  OuterSide outer;
+  outer.number = static_cast<std::size_t>(side.number);
+  outer.element = static_cast<std::size_t>(element.number);
+  outer.elementIsRight = side.elementLeft == nullptr;
+  sides_.push_back(outer);
+  for (const VelBoundaryCond* condition : side.boundaryConds) {
+    if (!acts(*condition)) continue;
+    Term term;
+    term.condition = condition;
+    term.side = outer.number;
+    term.element = outer.element;
+    term.inward = outer.elementIsRight ? side.area : -side.area;
+    term.invDistance = side.invDistance;
+    term.y = element.y;
+    term.activeFrom = condition->startTime.isSet() ? condition->startTime.value : 0.0;
+    term.activeUntil = condition->endTime.isSet() ? condition->endTime.value : NEVER;
+    terms_.push_back(term);
+  }
+}
+
+void BoundaryFluxes::calculate(double t) {
+  for (const OuterSide& side : sides_) {
+    records_.heatFlux.clear(side.number);
+    records_.moistureFlux.clear(side.number);
+    records_.vocFlux.clear(side.number);
+    records_.additionalFlux.clear(side.number);
+  }
+  for (const Term& term : terms_)
+    if (isActive(term.activeFrom, term.activeUntil, t)) apply(term, t);
+  const bool moisture = settings_.equations.has(BE_MOISTURE);
+  const bool energy = settings_.equations.has(BE_ENERGY);
+  for (const OuterSide& side : sides_) {
+    if (moisture) {
+      records_.moistureFlux.sum(side.number);
+      limitOverfilling(side);
+    }
+    if (energy) records_.heatFlux.sum(side.number);
+  }
+}
+
+void BoundaryFluxes::apply(const Term& term, double t) {
+  switch (term.condition->condition) {
+    case VelBoundaryCond::C_HEATCOND:
+      return heatConduction(term);
+    case VelBoundaryCond::C_VAPDIFF:
+      return vapourDiffusion(term);
+    default:
+      return waterContact(term, t);
+  }
+}
+
+void BoundaryFluxes::limitOverfilling(const OuterSide& side) {
+  double* moisture = records_.moistureFlux[side.number];
+  const double sum = moisture[VELMORA::MF_SUM];
+  if (!settings_.preventOverfilling || sum == 0.0) return;
+  if ((sum > 0.0) != side.elementIsRight) return;  // out of the element
+  const double room = traits_[side.element].thetaMax * TKL::RHO_W - state_.mw[side.element];
+  limitFlowsForOverfilling(room, moisture, records_.heatFlux[side.number]);
 }
 
 }  // namespace VELMORA_SOLVER

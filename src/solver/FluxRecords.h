@@ -43,6 +43,7 @@ struct FluxRecords {
   RecordArray vocFlux;         ///< per side [kg/s]
   RecordArray additionalFlux;  ///< per side, for outputs only [kg/s]
   RecordArray heatSource;      ///< per element [W/m3]
+  RecordArray moistureSource;  ///< per element [kg/(m3 s)]
 };
 
 }  // namespace VELMORA_SOLVER

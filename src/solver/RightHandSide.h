@@ -1,11 +1,16 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "project/CalculationData.h"
-#include "solver/BalanceEquations.h"
+#include "solver/BoundaryFluxes.h"
+#include "solver/Decomposition.h"
+#include "solver/ElementTraits.h"
+#include "solver/FieldFluxes.h"
 #include "solver/FluxRecords.h"
 #include "solver/Integrator.h"
+#include "solver/ModelSettings.h"
 #include "solver/SolverState.h"
 
 namespace VELMORA_SOLVER {
@@ -13,19 +18,22 @@ namespace VELMORA_SOLVER {
 /// The balance equations of the construction, discretised in space by finite volumes: from the conserved
 /// quantities of every element to their derivatives in time.
 ///
-/// With the internal energy density U [J/m3] of an element of volume V [m3], the flows Q [W] through its
-/// sides (positive from left to right and from top to bottom) and the sources S [W/m3]:
+/// With the density u of a conserved quantity (internal energy [J/m3], moisture mass [kg/m3]) in an element
+/// of volume V [m3], the flows F [W, kg/s] through its sides (positive from left to right and from top to
+/// bottom) and the sources S [W/m3, kg/m3s]:
 ///
-///     V dU/dt = Q_left - Q_right + Q_top - Q_bottom + V S
+///     V du/dt = F_left - F_right + F_top - F_bottom + V S
 ///
-/// One evaluation goes from climate over decomposition, fluxes per side and sources per element to the
-/// divergence. It works on flat arrays and knows neither files nor the integrator.
+/// The state vector holds the conserved quantities element by element, energy before moisture. One evaluation
+/// goes from climate over decomposition, fluxes per side and sources per element to the divergence. It works
+/// on flat arrays and knows neither files nor the integrator.
 class RightHandSide : public OdeSystem {
  public:
   /// `data` must keep its vectors as long as this object lives.
-  /// @param startTimeOffset start of the simulation in its year [s]
   /// @throws TKL::Exception when a condition or a combination of equations has no implementation yet
-  RightHandSide(VELMORA::CalculationData& data, BalanceEquations equations, double startTimeOffset);
+  RightHandSide(VELMORA::CalculationData& data, const ModelSettings& settings);
+  RightHandSide(const RightHandSide&) = delete;
+  RightHandSide& operator=(const RightHandSide&) = delete;
 
   /// Derivatives at time t [s]. 0, or a positive code when the state cannot be decomposed (then ydot stays).
   int calculate(double t, const double* y, double* ydot) override;
@@ -40,50 +48,27 @@ class RightHandSide : public OdeSystem {
   FluxRecords records;  ///< flows and sources of the last evaluation
 
  private:
-  friend class RightHandSideTestAccess;
-
-  /// What one side needs of its neighbours, in one place for the loop over all inner sides.
-  struct InnerSide {
-    int side = 0;
-    int left = 0;
-    int right = 0;
-    double weightLeft = 0.0;
-    double weightRight = 0.0;
-    double area = 0.0;                                    ///< [m2]
-    double invDistance = 0.0;                             ///< [1/m]
-    double heatResistance = 0.0;                          ///< of contact conditions [m2K/W]
-    const VELMORA::VelContactCond* airContact = nullptr;  ///< heat transfer between air and a material
+  /// Numbers of the sides of an element, -1 where there is none.
+  struct SideNumbers {
+    int left, top, right, bottom;
   };
 
-  /// One boundary condition on one outer side.
-  struct BoundaryTerm {
-    const VELMORA::VelBoundaryCond* condition = nullptr;
-    int side = 0;
-    int element = 0;
-    double inward = 0.0;       ///< area with the sign that turns a density into the element into a flow [m2]
-    double activeFrom = 0.0;   ///< [s]
-    double activeUntil = 0.0;  ///< [s]
-  };
-
-  void collectInnerSides();
-  void collectBoundaryTerms();
-  void checkConditions() const;
+  void checkSettings() const;
+  void checkFieldConditions() const;
   void reportInternalBoundaryConditions() const;
-
-  int extractStateVariables(const double* y);
-  void decomposeH(int element);
-  void fieldFluxEnergy(const InnerSide& side);
-  void boundaryFluxes(double t);
-  double boundaryFluxHeatConduction(const BoundaryTerm& term) const;
-  void divergence(double* ydot) const;
+  int extractStateVariables(double t, const double* y);
+  bool takeState(std::size_t element, const double* y);
+  void divergence(const RecordArray& fluxes, const RecordArray& sources, int position, double* ydot) const;
 
   VELMORA::CalculationData& data_;
-  BalanceEquations equations_;
-  double startTimeOffset_;
-  std::vector<InnerSide> innerSides_;
-  std::vector<int> outerSides_;
-  std::vector<BoundaryTerm> boundaryTerms_;
-  std::vector<int> internalBoundarySides_;  ///< inner sides with a boundary condition, which is ignored
+  const ModelSettings settings_;
+  const std::vector<ElementTraits> traits_;
+  Decomposition decomposition_;
+  FieldFluxes fieldFluxes_;
+  BoundaryFluxes boundaryFluxes_;
+  std::vector<SideNumbers> sideNumbers_;  ///< by element
+  std::vector<double> invVolume_;         ///< [1/m3] by element
+  int nInternalBoundarySides_ = 0;        ///< inner sides with a boundary condition, which is ignored
 };
 
 }  // namespace VELMORA_SOLVER

@@ -162,10 +162,13 @@ void VelmoraCvodeSolver::reportLargestErrors() {
   std::partial_sort(order.begin(), shown, order.end(),
                     [&](std::size_t a, std::size_t b) { return size(a) > size(b); });
   for (auto i = order.begin(); i != shown && size(*i) > 0.0; ++i) {
-    const VELMORA::Element& element = data_.elements[*i];
-    TKL::message(TKL::FormatString("Estimated error %1 times the tolerance: energy balance of element %2 at "
-                                   "x = %3 m, y = %4 m, material '%5'\n")
+    const auto perElement = static_cast<std::size_t>(equations_.nEquationsPerElement);
+    const VELMORA::Element& element = data_.elements[*i / perElement];
+    const bool energy = equations_.has(BE_ENERGY) && *i % perElement == 0;
+    TKL::message(TKL::FormatString("Estimated error %1 times the tolerance: %2 balance of element %3 at "
+                                   "x = %4 m, y = %5 m, material '%6'\n")
                      .arg(size(*i))
+                     .arg(energy ? "energy" : "moisture")
                      .arg(element.number)
                      .arg(element.x)
                      .arg(element.y)
@@ -211,22 +214,45 @@ void VelmoraCvodeSolver::writeOutput(double time) {
   const auto view = [](const RecordArray& records) {
     return VELMORA::RecordView{records.values(), records.nSlots()};
   };
+  const SolverState& state = rhs_->state;
+  const FluxRecords& records = rhs_->records;
   VELMORA::OutputSource source;
   source.time = time;
-  source.T = rhs_->state.T;
-  source.U = rhs_->state.U;
-  source.heatSource = view(rhs_->records.heatSource);
-  source.heatFlux = view(rhs_->records.heatFlux);
+  source.T = state.T;
+  source.U = state.U;
+  source.heatSource = view(records.heatSource);
+  source.heatFlux = view(records.heatFlux);
   source.heatFluxSum = view(stepSums_.heatFlux);
+  if (equations_.has(BE_MOISTURE)) {
+    source.mw = state.mw;
+    source.Theta = state.Theta;
+    source.rhoVapour = state.rhoVapour;
+    source.rhoIce = state.rhoIce;
+    source.RH = state.RH;
+    source.pC = state.pC;
+    source.pCTotal = state.pCTotal;
+    source.pV = state.pV;
+    source.moistureSource = view(records.moistureSource);
+    source.moistureFlux = view(records.moistureFlux);
+    source.moistureFluxSum = view(stepSums_.moistureFlux);
+    source.additionalFlux = view(records.additionalFlux);
+    source.additionalFluxSum = view(stepSums_.additionalFlux);
+  }
   outputs_->writeOutput(source);
 }
 
 void VelmoraCvodeSolver::writeRestartFile() {
+  // What is not integrated keeps its constant values.
   RestartState restart;
   restart.t = t;
-  const auto y = integrator_.state();
-  restart.U.assign(y.begin(), y.end());
+  restart.U = rhs_->state.U;
   restart.mw = rhs_->state.mw;
+  const auto y = integrator_.state();
+  std::size_t i = 0;
+  for (std::size_t e = 0; e < data_.elements.size(); ++e) {
+    if (equations_.has(BE_ENERGY)) restart.U[e] = y[i++];
+    if (equations_.has(BE_MOISTURE)) restart.mw[e] = y[i++];
+  }
   restartFile_->write(restart);
 }
 

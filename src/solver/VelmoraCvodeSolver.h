@@ -80,12 +80,14 @@ class VelmoraCvodeSolver : public OdeSystem {
   void prepareClimate(const VELMORA::VelProject& project);
   void reportFreeDiskSpace() const;
   void checkMaterials() const;
+  void checkMoistureStorage() const;
   bool initOutputs(VELMORA::VelProject& project);
   void initTimeFrame();
   void initSolutionVector();
   void initTolerances();
   void setInitialFields();
   void setRestartFields();
+  void putState();
   bool initIntegrator();
   void configureIntegrator();
   void initOutputTimes();
@@ -108,6 +110,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   VELMORA::SolverFlags flags_;
   TKL::Path projectPath_;
   TKL::Parameter defaultTemperature_;
+  TKL::Parameter defaultRelativeHumidity_;
   BalanceEquations equations_;
   std::unique_ptr<RightHandSide> rhs_;
   std::unique_ptr<VELMORA::OutputWriter> outputs_;

@@ -6,6 +6,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
+#include "foundation/PhysicalConstants.h"
 #include "material/Material.h"
 #include "project/VelProject.h"
 #include "solver/InitialConditions.h"
@@ -78,6 +79,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   disc_ = project.m_disc;
   flags_ = project.m_solverFlags;
   defaultTemperature_ = project.m_conditions.defaultTemperature;
+  defaultRelativeHumidity_ = project.m_conditions.defaultRelHum;
   progress("Setting up project\n");
   reportFreeDiskSpace();
   project.setup_calculation(data_);
@@ -89,7 +91,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   initTimeFrame();
   initSolutionVector();
   checkMaterials();
-  rhs_ = std::make_unique<RightHandSide>(data_, equations_, startTimeOffset_);
+  rhs_ = std::make_unique<RightHandSide>(data_, ModelSettings::of(init_, disc_));
   initTolerances();
   progress("Setting initial conditions\n");
   if (flags_.restart) {
@@ -98,6 +100,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   } else {
     setInitialFields();
   }
+  checkMoistureStorage();
   if (!initIntegrator()) throw InitRefused();
   initOutputTimes();
 }
@@ -135,6 +138,21 @@ void VelmoraCvodeSolver::checkMaterials() const {
     require(material->paraStorage[Material::PS_RHO].value, "RHO", *material);
     require(material->paraStorage[Material::PS_CE].value, "CE", *material);
     require(material->paraTransport[Material::PT_LAMBDA].value, "LAMBDA", *material);
+  }
+}
+
+/// Every pore space needs a retention curve, or its moisture has no pressure. To be called when the initial
+/// conditions have warned of a missing one.
+void VelmoraCvodeSolver::checkMoistureStorage() const {
+  if (!equations_.has(BE_MOISTURE)) return;
+  for (const MM::Material* material : data_.materials) {
+    const bool holdsMoisture = !material->isAir() && !(material->isVaporTight() && material->isWaterTight());
+    if (holdsMoisture && material->moistureStorage.kind == MM::MoistureStorage::K_NONE)
+      throw TKL::Exception(
+          TKL::FormatString("Material '%1' has no moisture storage function, which BALANCE_EQUATIONS = "
+                            "MOISTURE needs. Without pores it has the flags VAPOR_TIGHT WATER_TIGHT.")
+              .arg(material->name()),
+          INIT_ID);
   }
 }
 
@@ -192,20 +210,46 @@ void VelmoraCvodeSolver::initTolerances() {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::initTolerances]";
   if (!integrator_.createAbsoluteTolerances())
     throw TKL::Exception("Absolute tolerances vector allocation error!", FUNC_ID);
-  for (double& tolerance : integrator_.absoluteTolerances())
-    tolerance = init_.solverSettings.cvodeSettings.absTolEnergy;
+  const VelSolverCVODESettings& settings = init_.solverSettings.cvodeSettings;
+  std::vector<double> ofElement;
+  if (equations_.has(BE_ENERGY)) ofElement.push_back(settings.absTolEnergy);
+  if (equations_.has(BE_MOISTURE)) ofElement.push_back(settings.absTolMoisture);
+  if (equations_.has(BE_POLLUTANT)) ofElement.insert(ofElement.end(), 2, settings.absTolPollutant);
+  const auto tolerances = integrator_.absoluteTolerances();
+  for (std::size_t i = 0; i < tolerances.size(); ++i) tolerances[i] = ofElement[i % ofElement.size()];
 }
 
 void VelmoraCvodeSolver::setInitialFields() {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::setInitialFields]";
-  const auto y = integrator_.state();
+  SolverState& state = rhs_->state;
+  const bool energy = equations_.has(BE_ENERGY);
+  const TKL::Parameter& defaultT = energy ? defaultTemperature_ : init_.isothermalTRef;
   for (const Element& element : data_.elements) {
     if (element.material == nullptr)
       throw TKL::Exception(
           TKL::FormatString("No material assigned to element [%1,%2]!").arg(element.i).arg(element.j),
           FUNC_ID);
     const auto e = static_cast<std::size_t>(element.number);
-    y[e] = rhs_->state.rhoCDry[e] * initialTemperature(element, defaultTemperature_);
+    const double T = initialTemperature(element, defaultT);
+    state.T[e] = T;
+    if (equations_.has(BE_MOISTURE)) {
+      const InitialMoisture start = initialMoisture(element, T, defaultRelativeHumidity_);
+      state.mw[e] = start.mw;
+      state.pCTotal[e] = start.pC;
+    }
+    // without an energy balance the energy only stands for the temperature
+    state.U[e] = (state.rhoCDry[e] + (energy ? TKL::C_W * state.mw[e] : 0.0)) * T;
+  }
+  putState();
+}
+
+/// Copies the conserved quantities into the state vector of the integrator.
+void VelmoraCvodeSolver::putState() {
+  const auto y = integrator_.state();
+  std::size_t i = 0;
+  for (std::size_t e = 0; e < data_.elements.size(); ++e) {
+    if (equations_.has(BE_ENERGY)) y[i++] = rhs_->state.U[e];
+    if (equations_.has(BE_MOISTURE)) y[i++] = rhs_->state.mw[e];
   }
 }
 
@@ -213,8 +257,13 @@ void VelmoraCvodeSolver::setRestartFields() {
   const RestartState restart = restartFile_->read(data_.elements.size());
   t = restart.t;
   tStart_ = t;
-  std::copy(restart.U.begin(), restart.U.end(), integrator_.state().begin());
+  rhs_->state.U = restart.U;
   rhs_->state.mw = restart.mw;
+  if (!equations_.has(BE_ENERGY))
+    for (const Element& element : data_.elements)
+      rhs_->state.T[static_cast<std::size_t>(element.number)] =
+          initialTemperature(element, init_.isothermalTRef);
+  putState();
 }
 
 bool VelmoraCvodeSolver::initIntegrator() {

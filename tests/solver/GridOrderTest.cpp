@@ -1,7 +1,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 // How fast the error falls with the width of the cells. GRID_DIFFUSIVITY condition at a surface acts on the
 // centre of the outermost cell, and two materials meet with the mean of their conductivities by widths: these
@@ -23,7 +23,7 @@ double order(double coarse, double fine) {
 
 /// Error of the amplitude of a cosine over a sealed slab when it has decayed to exp(-1).
 double decayError(const std::vector<double>& widths) {
-  HeatProblem problem(widths);
+  WallProblem problem(widths);
   problem.material(problem.all(), "Stone", {GRID_LAMBDA, GRID_RHO_C});
   const std::vector<double> x = centresOf(widths);
   const double k = std::numbers::pi / LENGTH;
@@ -31,7 +31,7 @@ double decayError(const std::vector<double>& widths) {
   for (const double centre : x) start.push_back(10.0 + 10.0 * std::cos(k * centre));
   problem.profile(start);
   problem.relTol = 1e-9;
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(1.0 / (GRID_DIFFUSIVITY * k * k));
   const std::vector<double> T = run.rowCelsius();
   double sum = 0.0;
@@ -55,7 +55,7 @@ constexpr double FIRST_ROOT_OF_J1 = 3.8317059702075125;
 /// The same as `decayError` for the first mode of a sealed solid cylinder.
 double cylinderDecayError(int n) {
   const std::vector<double> widths = uniform(n, LENGTH);
-  HeatProblem problem(widths);
+  WallProblem problem(widths);
   problem.rotational = true;
   problem.material(problem.all(), "Stone", {GRID_LAMBDA, GRID_RHO_C});
   const std::vector<double> r = centresOf(widths);
@@ -64,7 +64,7 @@ double cylinderDecayError(int n) {
   for (const double centre : r) start.push_back(10.0 + 10.0 * std::cyl_bessel_j(0.0, k * centre));
   problem.profile(start);
   problem.relTol = 1e-9;
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(1.0 / (GRID_DIFFUSIVITY * k * k));
   const std::vector<double> T = run.rowCelsius();
   double sum = 0.0;
@@ -79,14 +79,14 @@ double cylinderDecayError(int n) {
 double steadyFlow(const std::vector<double>& half, double lambdaLeft, double lambdaRight) {
   const std::vector<double> widths = joined(half, reversed(half));
   const int n = static_cast<int>(half.size());
-  HeatProblem problem(widths);
+  WallProblem problem(widths);
   problem.material({0, 0, n - 1, 0}, "Left", {lambdaLeft, 1e4});
   problem.material({n, 0, 2 * n - 1, 0}, "Right", {lambdaRight, 1e4});
   problem.initial(problem.all(), 10.0);
   problem.film("Warm", H, 20.0, problem.column(0), "LEFT");
   problem.film("Cold", H, 0.0, problem.column(-1), "RIGHT");
   problem.relTol = 1e-10;
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   return run.flowLeft(0);
 }

@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 using namespace VELMORA_SOLVER;
 
@@ -11,8 +11,8 @@ constexpr double DX = 0.05, DY = 0.2, BOUNDARY_RHO_C = 2e6;
 constexpr double WINDOW_START = 3600.0, WINDOW_END = 7200.0;  // [s]
 
 /// Two by two cells; flows of one condition are read off at time 0.
-HeatProblem body() {
-  HeatProblem problem(uniform(2, 2 * DX), uniform(2, 2 * DY));
+WallProblem body() {
+  WallProblem problem(uniform(2, 2 * DX), uniform(2, 2 * DY));
   problem.material(problem.all(), "Stone", {1.4, BOUNDARY_RHO_C});
   problem.initial(problem.all(), T_BODY);
   problem.constantClimate("Air", "TEMPER", "30 C");
@@ -23,10 +23,10 @@ HeatProblem body() {
 
 /// Flow into the body through the left side of the cell at the top left.
 double flowOf(const std::string& kind, const std::string& lines) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.boundary("Condition", kind, lines);
   problem.assign("BOUNDARYCOND", problem.column(0), "Condition", "LEFT");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(0.0, T_BODY);
   return rates.flowLeft(0);
 }
@@ -34,17 +34,17 @@ double flowOf(const std::string& kind, const std::string& lines) {
 const char* const VELOCITY = "EXCOEFF = 5 W/m2K\nEXCH_SLOPE = 3 J/m3K\nTEMPER = Air\nWINDVEL = Wind\n";
 
 /// 50 W/m2 within the window, with more conditions on the same side.
-HeatProblem windowed(const std::string& times) {
-  HeatProblem problem = body();
+WallProblem windowed(const std::string& times) {
+  WallProblem problem = body();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n" + times);
   return problem;
 }
 const std::string WINDOW = "START_TIME = 3600 s\nEND_TIME = 7200 s\n";
 
 bool actsAt(double time, const std::string& times) {
-  HeatProblem problem = windowed(times);
+  WallProblem problem = windowed(times);
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(time, T_BODY);
   return rates.flowLeft(0) != 0.0;
 }
@@ -83,22 +83,22 @@ TEST(HeatBoundary, exchangeWithoutSlopeNeedsNoWind) {
 }
 
 TEST(HeatBoundary, heatInflowAtTheRightSideIsNegative) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.assign("BOUNDARYCOND", problem.column(-1), "Heater", "RIGHT");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(0.0, T_BODY);
   EXPECT_DOUBLE_EQ(rates.flowRight(1), -50.0 * DY);
   EXPECT_DOUBLE_EQ(rates.rate(1), 50.0 / DX);
 }
 
 TEST(HeatBoundary, cornerCellGetsHeatThroughBothSides) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.boundary("Film", "EXCHANGE", "EXCOEFF = 5 W/m2K\nTEMPER = Air\n");
   problem.assign("BOUNDARYCOND", {0, 0, 0, 0}, "Heater", "LEFT");
   problem.assign("BOUNDARYCOND", {0, 0, 0, 0}, "Film", "TOP");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(0.0, T_BODY);
   EXPECT_DOUBLE_EQ(rates.flowLeft(0), 50.0 * DY);
   EXPECT_DOUBLE_EQ(rates.flowTop(0), 5.0 * (30.0 - T_BODY) * DX);
@@ -107,33 +107,33 @@ TEST(HeatBoundary, cornerCellGetsHeatThroughBothSides) {
 }
 
 TEST(HeatBoundary, oneConditionOnTwoSidesOfACornerActsThroughBoth) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.assign("BOUNDARYCOND", {0, 0, 0, 0}, "Heater", "LEFT TOP");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(0.0, T_BODY);
   EXPECT_NEAR(rates.rate(0), 50.0 / DX + 50.0 / DY, 1e-9);
 }
 
 TEST(HeatBoundary, laterAssignmentOverwritesTheEarlierOne) {
   for (const bool filmLast : {true, false}) {
-    HeatProblem problem = body();
+    WallProblem problem = body();
     problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
     problem.boundary("Film", "EXCHANGE", "EXCOEFF = 5 W/m2K\nTEMPER = Air\n");
     problem.assign("BOUNDARYCOND", problem.column(0), filmLast ? "Heater" : "Film", "LEFT");
     problem.assign("BOUNDARYCOND", problem.column(0), filmLast ? "Film" : "Heater", "LEFT");
-    HeatRates rates(problem);
+    WallRates rates(problem);
     rates.evaluate(0.0, T_BODY);
     EXPECT_DOUBLE_EQ(rates.flowLeft(0), filmLast ? 5.0 * (30.0 - T_BODY) * DY : 50.0 * DY);
   }
 }
 
 TEST(HeatBoundary, idleConditionLeavesTheEarlierOneInForce) {
-  HeatProblem problem = windowed(WINDOW);
+  WallProblem problem = windowed(WINDOW);
   problem.boundary("Film", "EXCHANGE", "EXCOEFF = 5 W/m2K\nTEMPER = Air\n");
   problem.assign("BOUNDARYCOND", problem.column(0), "Film", "LEFT");
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
-  HeatRates rates(problem);
+  WallRates rates(problem);
   rates.evaluate(0.0, T_BODY);
   EXPECT_DOUBLE_EQ(rates.flowLeft(0), 5.0 * (30.0 - T_BODY) * DY);
   rates.evaluate(WINDOW_START + 1.0, T_BODY);
@@ -169,10 +169,10 @@ TEST(ActivityWindow, openStartActsFromTheBeginning) {
 }
 
 TEST(ActivityWindow, runTakesInTheHeatOfTheWindowOnly) {
-  HeatProblem problem = windowed(WINDOW);
+  WallProblem problem = windowed(WINDOW);
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
   problem.maxStep = 300.0;
-  HeatRun run(problem);
+  WallRun run(problem);
   const double start = 2.0 * DX * 2.0 * DY * BOUNDARY_RHO_C * (T_BODY + KELVIN);  // [J]
   run.advance(WINDOW_START);
   EXPECT_NEAR(run.energy(), start, 1.0);

@@ -1,7 +1,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 // A pipe wall between two films, steady: Carslaw, Jaeger: Conduction of heat in solids, 2nd edition, 7.2.
 //
@@ -21,8 +21,8 @@ constexpr double T_INNER = 60.0, T_OUTER = 20.0;
 constexpr double TWO_PI = 2.0 * std::numbers::pi;
 
 /// `wall` holds the widths of the rings of the wall, behind two rings of the hollow core.
-HeatProblem pipe(const std::vector<double>& wall) {
-  HeatProblem problem(joined(uniform(2, INNER), wall), {HEIGHT});
+WallProblem pipe(const std::vector<double>& wall) {
+  WallProblem problem(joined(uniform(2, INNER), wall), {HEIGHT});
   problem.rotational = true;
   problem.material(problem.all(), "Stone", {CYLINDER_LAMBDA, 1e5});
   problem.hollow({0, 0, 1, 0});
@@ -33,7 +33,7 @@ HeatProblem pipe(const std::vector<double>& wall) {
 }
 
 double flowThrough(const std::vector<double>& wall) {
-  HeatRun run(pipe(wall));
+  WallRun run(pipe(wall));
   run.advance(100.0 * 86400.0);
   return run.flowLeft(2);
 }
@@ -62,7 +62,7 @@ TEST(HollowCylinder, heatFlowIsThatOfTheLogarithmicProfile) {
 
 TEST(HollowCylinder, temperaturesFollowTheLogarithmOfTheRadius) {
   const std::vector<double> wall = thinEnds(80);
-  HeatRun run(pipe(wall));
+  WallRun run(pipe(wall));
   run.advance(100.0 * 86400.0);
   const double q = exactFlow() / (TWO_PI * HEIGHT);
   std::vector<double> exact;
@@ -74,7 +74,7 @@ TEST(HollowCylinder, temperaturesFollowTheLogarithmOfTheRadius) {
 }
 
 TEST(HollowCylinder, flowIsConservedFromFaceToFace) {
-  HeatRun run(pipe(thinEnds(20)));
+  WallRun run(pipe(thinEnds(20)));
   run.advance(100.0 * 86400.0);
   const double flow = run.flowLeft(2);
   for (int i = 2; i < 24; ++i) EXPECT_NEAR(run.flowRight(i), flow, 1e-5) << i;

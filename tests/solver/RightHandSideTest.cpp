@@ -52,7 +52,7 @@ class RightHandSideTest : public ::testing::Test {
   }
   void build() {
     if (data.elements.empty()) setUp();
-    rhs = std::make_unique<RightHandSide>(data, BalanceEquations{BE_ENERGY, 1}, 0.0);
+    rhs = std::make_unique<RightHandSide>(data, ModelSettings::of(project.m_init, project.m_disc));
     y.assign(4, 0.0);
     y[number(0, 0)] = RHO_C * T00;
     y[number(1, 0)] = RHO_C * T10;
@@ -253,15 +253,16 @@ TEST_F(RightHandSideTest, heatSource_isRefused) {
 
 TEST_F(RightHandSideTest, otherBalances_areRefused) {
   setUp();
-  for (const int code : {2, 3, 5, 7, 17, 19, 21, 23, 35})
-    EXPECT_EQ(
-        TKL::thrownBy([&] {
-          RightHandSide(data, BalanceEquations{code, 1}, 0.0);
-        }),
-        (TKL::Thrown{"This version of the solver calculates the energy balance alone (BALANCE_EQUATIONS = "
-                     "ENERGY). Moisture, ice, air and pollutant balances are not available yet.",
-                     "[RightHandSide::RightHandSide]"}))
+  for (const int code : {0, 5, 7, 17, 19, 21, 23, 35}) {
+    ModelSettings settings;
+    settings.equations = BalanceEquations{code, 1};
+    EXPECT_EQ(TKL::thrownBy([&] { RightHandSide(data, settings); }),
+              (TKL::Thrown{"This version of the solver calculates energy and moisture balances "
+                           "(BALANCE_EQUATIONS = ENERGY MOISTURE, or one of them). Ice, air and pollutant "
+                           "balances are not available yet.",
+                           "[RightHandSide::RightHandSide]"}))
         << code;
+  }
 }
 
 }  // namespace VELMORA_SOLVER

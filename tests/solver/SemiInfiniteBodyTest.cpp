@@ -1,7 +1,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 // Half space at 20 C at the start. Solutions: Carslaw, Jaeger: Conduction of heat in solids, 2nd edition,
 // 2.5 (surface temperature), 2.7 (film), 2.9 (flux).
@@ -45,8 +45,8 @@ double flux(double x, double t, double q) {
 }
 
 /// Thin cells at the surface, where the condition acts on a centre, and so deep that the end stays cold.
-HeatProblem body() {
-  HeatProblem problem(growing(2e-5, 1.04, 6.0));
+WallProblem body() {
+  WallProblem problem(growing(2e-5, 1.04, 6.0));
   problem.material(problem.all(), "Stone", {BODY_LAMBDA, BODY_RHO_C});
   problem.initial(problem.all(), START);
   problem.maxStep = HOUR;
@@ -55,7 +55,7 @@ HeatProblem body() {
 
 /// The profile down to 2 m against an exact solution.
 template <class Exact>
-testing::AssertionResult profileAgrees(const HeatRun& run, Exact exact, double tolerance) {
+testing::AssertionResult profileAgrees(const WallRun& run, Exact exact, double tolerance) {
   std::vector<double> actual;
   std::vector<double> expected;
   const std::vector<double> T = run.rowCelsius();
@@ -79,9 +79,9 @@ TEST(SemiInfiniteBody, closedFormsGiveTabulatedFigures) {
 }
 
 TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.surface("Cold", 0.0, problem.column(0), "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   for (const double hours : HOURS) {
     const double t = hours * HOUR;
     run.advance(t);
@@ -97,9 +97,9 @@ TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
 }
 
 TEST(SemiInfiniteBody, heatFlowOutFallsWithTheRootOfTime) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.surface("Cold", 0.0, problem.column(0), "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   for (const double hours : HOURS) {
     run.advance(hours * HOUR);
     const double exact = BODY_LAMBDA * START / std::sqrt(std::numbers::pi * BODY_DIFFUSIVITY * hours * HOUR);
@@ -108,9 +108,9 @@ TEST(SemiInfiniteBody, heatFlowOutFallsWithTheRootOfTime) {
 }
 
 TEST(SemiInfiniteBody, filmGivesProductOfExponentialAndErrorFunction) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.film("Air", 10.0, 0.0, problem.column(0), "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   for (const double hours : HOURS) {
     run.advance(hours * HOUR);
     EXPECT_TRUE(profileAgrees(
@@ -120,11 +120,11 @@ TEST(SemiInfiniteBody, filmGivesProductOfExponentialAndErrorFunction) {
 }
 
 TEST(SemiInfiniteBody, constantFluxHeatsTheSurfaceWithTheRootOfTime) {
-  HeatProblem problem = body();
+  WallProblem problem = body();
   problem.constantClimate("Heat", "HEATFLUXDENS", "50 W/m2");
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   for (const double hours : HOURS) {
     run.advance(hours * HOUR);
     EXPECT_TRUE(profileAgrees(

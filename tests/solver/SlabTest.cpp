@@ -3,7 +3,7 @@
 #include <numbers>
 #include <numeric>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 using namespace VELMORA_SOLVER;
 
@@ -50,12 +50,12 @@ TEST(Slab, coolsThroughAFilmAsTheFourierSeries) {
   constexpr double LENGTH = 0.1, H = 30.0, START = 20.0;
   ASSERT_NEAR(cooledSlab(0.5 * LENGTH, 1.0, LENGTH, H), 1.0, 1e-3);  // the series gives the start
   const std::vector<double> widths = reversed(growing(1e-5, 1.02, LENGTH));
-  HeatProblem problem(widths);
+  WallProblem problem(widths);
   problem.material(problem.all(), "Stone", {SLAB_LAMBDA, SLAB_RHO_C});
   problem.initial(problem.all(), START);
   problem.film("Air", H, 0.0, problem.column(-1), "RIGHT");
   problem.maxStep = 300.0;
-  HeatRun run(problem);
+  WallRun run(problem);
   for (const double fourier : {0.05, 0.2, 0.5, 1.0, 2.0}) {
     const double t = fourier * LENGTH * LENGTH / SLAB_DIFFUSIVITY;
     run.advance(t);
@@ -72,7 +72,7 @@ TEST(Slab, answersASineWithTheExactAmplitudeAndDelay) {
   constexpr double OMEGA = 2.0 * std::numbers::pi / DAY;
   constexpr int SAMPLES = 24;
   const std::vector<double> widths = reversed(growing(5e-5, 1.06, LENGTH));
-  HeatProblem problem(widths);
+  WallProblem problem(widths);
   problem.material(problem.all(), "Stone", {SLAB_LAMBDA, SLAB_RHO_C});
   problem.initial(problem.all(), 10.0);
   problem.climate("Sine", "TEMPER",
@@ -81,7 +81,7 @@ TEST(Slab, answersASineWithTheExactAmplitudeAndDelay) {
   problem.boundary("Air", "EXCHANGE", "EXCOEFF = " + number(H) + " W/m2K\nTEMPER = Sine\n");
   problem.assign("BOUNDARYCOND", problem.column(-1), "Air", "RIGHT");
   problem.maxStep = 900.0;
-  HeatRun run(problem);
+  WallRun run(problem);
 
   std::vector<std::complex<double>> answer(widths.size());
   for (int k = 1; k <= SAMPLES; ++k) {  // in the twelfth day, when the start is forgotten

@@ -175,14 +175,15 @@ TEST_F(SolverInitTest, iceWithEnergy_isNotAvailable) {
                    CLOSING}));
 }
 
-TEST_F(SolverInitTest, moisture_isNotAvailable) {
-  for (const char* equations : {"MOISTURE", "ENERGY MOISTURE", "ENERGY AIR", "ENERGY POLLUTANT"}) {
+TEST_F(SolverInitTest, airAndPollutant_areNotAvailable) {
+  for (const char* equations : {"ENERGY AIR", "ENERGY MOISTURE AIR", "ENERGY POLLUTANT"}) {
     text.balances = std::string("BALANCE_EQUATIONS = ") + equations + "\n";
     EXPECT_EQ(
         errorsOfInit(),
-        (Texts{"This version of the solver calculates the energy balance alone (BALANCE_EQUATIONS = ENERGY). "
-               "Moisture, ice, air and pollutant balances are not available yet.",
-               CLOSING}))
+        (Texts{
+            "This version of the solver calculates energy and moisture balances (BALANCE_EQUATIONS = ENERGY "
+            "MOISTURE, or one of them). Ice, air and pollutant balances are not available yet.",
+            CLOSING}))
         << equations;
   }
 }

@@ -1,7 +1,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 using namespace VELMORA_SOLVER;
 
@@ -17,10 +17,10 @@ struct Layer {
 const std::vector<Layer> WALL = {{0.14, 0.04}, {0.24, 0.81}, {0.015, 0.7}};
 
 /// The wall between two films; little heat capacity, so that it is soon steady.
-HeatProblem wallProblem(const std::vector<std::vector<double>>& widths) {
+WallProblem wallProblem(const std::vector<std::vector<double>>& widths) {
   std::vector<double> dx;
   for (const auto& layer : widths) dx = joined(dx, layer);
-  HeatProblem problem(dx);
+  WallProblem problem(dx);
   int first = 0;
   for (std::size_t k = 0; k < widths.size(); ++k) {
     const int next = first + static_cast<int>(widths[k].size());
@@ -37,8 +37,8 @@ constexpr double LONG = 100.0 * 86400.0;  // [s]
 
 /// Two layers between two films: inner side `SIDE` lies between them.
 constexpr int SIDE = 10;
-HeatProblem twoSlabs() {
-  HeatProblem problem(uniform(2 * SIDE, 0.2));
+WallProblem twoSlabs() {
+  WallProblem problem(uniform(2 * SIDE, 0.2));
   problem.material({0, 0, SIDE - 1, 0}, "Left", {0.5, 1e5});
   problem.material({SIDE, 0, 2 * SIDE - 1, 0}, "Right", {0.5, 1e5});
   problem.initial(problem.all(), 10.0);
@@ -59,7 +59,7 @@ TEST(SteadyWall, heatFlowFollowsFromTheSumOfResistances) {
     const std::vector<double> half = growing(1e-5, 1.4, layer.width / 2.0);
     widths.push_back(joined(half, reversed(half)));
   }
-  HeatRun run(wallProblem(widths));
+  WallRun run(wallProblem(widths));
   run.advance(LONG);
   const double flow = (T_OUT - T_IN) / resistance;
   // half an outermost cell and the mean conductivity of the interface cells, 1e-5 m wide
@@ -75,7 +75,7 @@ TEST(SteadyWall, interfacesHaveTheTemperaturesOfTheResistancesBeforeThem) {
     const std::vector<double> half = growing(1e-5, 1.4, layer.width / 2.0);
     widths.push_back(joined(half, reversed(half)));
   }
-  HeatRun run(wallProblem(widths));
+  WallRun run(wallProblem(widths));
   run.advance(LONG);
   const double flow = (T_OUT - T_IN) / resistance;
   double before = 1.0 / H_OUT;
@@ -107,16 +107,16 @@ TEST(SteadyWall, coarseGridIsTheNetworkOfItsCells) {
     const double sum = dx[i - 1] + dx[i];
     resistance += 0.5 * sum / ((lambda[i - 1] * dx[i - 1] + lambda[i] * dx[i]) / sum);
   }
-  HeatRun run(wallProblem(widths));
+  WallRun run(wallProblem(widths));
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(0), (T_OUT - T_IN) / resistance, 1e-5);
 }
 
 TEST(ContactResistance, standsInSeriesWithTheCells) {
-  HeatProblem problem = twoSlabs();
+  WallProblem problem = twoSlabs();
   problem.contact("Gap", "ADDITIONAL_RESISTANCE", "HEATCONDRES = 0.3 m2K/W\n");
   problem.assign("CONTACTCOND", problem.column(SIDE), "Gap", "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(SIDE), (T_OUT - T_IN) / (TWO_SLABS_R + 0.3), 1e-5);
   // the whole drop of the contact lies between the two centres beside it
@@ -125,17 +125,17 @@ TEST(ContactResistance, standsInSeriesWithTheCells) {
 }
 
 TEST(ContactResistance, withoutItTheSlabsAloneResist) {
-  HeatRun run(twoSlabs());
+  WallRun run(twoSlabs());
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(SIDE), (T_OUT - T_IN) / TWO_SLABS_R, 1e-5);
 }
 
 TEST(AirContact, exchangeReplacesConductionBetweenAirAndMaterial) {
-  HeatProblem problem = twoSlabs();
+  WallProblem problem = twoSlabs();
   problem.material({SIDE, 0, 2 * SIDE - 1, 0}, "Air", {0.5, 1e5, "AIR AIR_TIGHT"});
   problem.contact("Surface", "AIR_MAT_HEATCOND", "KIND = EXCHANGE\nEXCOEFF = 4 W/m2K\n");
   problem.assign("CONTACTCOND", problem.column(SIDE), "Surface", "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   // the exchange acts between the two centres, in the place of the conduction over 10 mm
   const double resistance = TWO_SLABS_R - 0.01 / 0.5 + 1.0 / 4.0;
@@ -144,29 +144,29 @@ TEST(AirContact, exchangeReplacesConductionBetweenAirAndMaterial) {
 }
 
 TEST(AirContact, exchangeByVelocityHasTheCoefficientOfStillAir) {
-  HeatProblem problem = twoSlabs();
+  WallProblem problem = twoSlabs();
   problem.material({SIDE, 0, 2 * SIDE - 1, 0}, "Air", {0.5, 1e5, "AIR AIR_TIGHT"});
   problem.contact("Surface", "AIR_MAT_HEATCOND",
                   "KIND = EXCHANGE_VEL\nEXCOEFF = 4 W/m2K\nEXCH_SLOPE = 2 J/m3K\n");
   problem.assign("CONTACTCOND", problem.column(SIDE), "Surface", "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(SIDE), (T_OUT - T_IN) / (TWO_SLABS_R - 0.01 / 0.5 + 1.0 / 4.0), 1e-5);
 }
 
 TEST(AirContact, withoutAirTheMaterialsConduct) {
-  HeatProblem problem = twoSlabs();
+  WallProblem problem = twoSlabs();
   problem.contact("Surface", "AIR_MAT_HEATCOND", "KIND = EXCHANGE\nEXCOEFF = 4 W/m2K\n");
   problem.assign("CONTACTCOND", problem.column(SIDE), "Surface", "LEFT");
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(SIDE), (T_OUT - T_IN) / TWO_SLABS_R, 1e-5);
 }
 
 TEST(AirContact, withoutAConditionAirConducts) {
-  HeatProblem problem = twoSlabs();
+  WallProblem problem = twoSlabs();
   problem.material({SIDE, 0, 2 * SIDE - 1, 0}, "Air", {0.5, 1e5, "AIR AIR_TIGHT"});
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(LONG);
   EXPECT_NEAR(run.flowLeft(SIDE), (T_OUT - T_IN) / TWO_SLABS_R, 1e-5);
 }

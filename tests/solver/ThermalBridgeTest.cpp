@@ -2,7 +2,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 // EN ISO 10211, annex A (validation of calculation methods), case 1: half of a square column, a rectangle of
 // width l and height 2 l, 20 C on top, 0 C at the other outer edges, the edge of symmetry sealed. The printed
@@ -54,7 +54,7 @@ std::vector<double> rows() {
 
 /// Temperature at a corner of cells: linear between the four centres around it; across the edge of symmetry
 /// the profile is a parabola with its vertex there.
-double atCorner(const HeatRun& run, int i, int j) {
+double atCorner(const WallRun& run, int i, int j) {
   const std::vector<double> heights = rows();
   const auto above = heights[static_cast<std::size_t>(j - 1)];
   const auto below = heights[static_cast<std::size_t>(j)];
@@ -67,7 +67,7 @@ double atCorner(const HeatRun& run, int i, int j) {
 }
 
 std::vector<double> latticeTemperatures() {
-  HeatProblem problem(columns(), rows());
+  WallProblem problem(columns(), rows());
   problem.material(problem.all(), "Stone", {1.0, 1e5});
   problem.initial(problem.all(), 5.0);
   problem.surface("Cold", 0.0, problem.column(0), "LEFT");
@@ -75,7 +75,7 @@ std::vector<double> latticeTemperatures() {
   problem.surface("Warm", T_TOP, problem.row(0), "TOP");
   problem.maxStep = 1e6;
   problem.relTol = 1e-7;
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(1e7);
   std::vector<double> result;
   for (int row = 1; row <= LATTICE_ROWS; ++row)

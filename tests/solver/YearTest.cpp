@@ -6,7 +6,7 @@
 
 #include "climate/VelClimateCond.h"
 #include "material/Material.h"
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 // Balances over a whole year.
 
@@ -69,7 +69,7 @@ double meanOutdoorTemperature() {
 }
 
 /// Last value of an output file [kWh/m2].
-double lastValue(const HeatRun& run, const std::string& name) {
+double lastValue(const WallRun& run, const std::string& name) {
   std::ifstream file(run.folder().file("problem.results/" + name));
   std::string line, last;
   while (std::getline(file, line))
@@ -86,7 +86,7 @@ struct MeanFluxes {
 };
 
 MeanFluxes meanFluxes(const std::string& projectText) {
-  HeatRun run(projectText);
+  WallRun run(projectText);
   run.runAll();
   constexpr double PER_HOUR = 1000.0 / 8760.0;
   return {lastValue(run, "heat_outside.out") * PER_HOUR, lastValue(run, "heat_inside.out") * PER_HOUR};
@@ -95,7 +95,7 @@ MeanFluxes meanFluxes(const std::string& projectText) {
 }  // namespace
 
 TEST(SealedWall, keepsItsEnergyOverAYear) {
-  HeatProblem problem(joined(joined(uniform(12, 0.14), uniform(12, 0.24)), uniform(4, 0.015)));
+  WallProblem problem(joined(joined(uniform(12, 0.14), uniform(12, 0.24)), uniform(4, 0.015)));
   problem.material({0, 0, 11, 0}, "Insulation", {0.04, 3e4});
   problem.material({12, 0, 23, 0}, "Brick", {0.81, 1.8e6});
   problem.material({24, 0, 27, 0}, "Plaster", {0.7, 1.6e6});
@@ -103,7 +103,7 @@ TEST(SealedWall, keepsItsEnergyOverAYear) {
   problem.initial({12, 0, 27, 0}, 20.0);
   problem.relTol = 1e-6;
   problem.maxStep = 3600.0;
-  HeatRun run(problem);
+  WallRun run(problem);
   run.advance(1.0);
   const double start = 0.14 * 3e4 * (KELVIN - 10.0) + (0.24 * 1.8e6 + 0.015 * 1.6e6) * (KELVIN + 20.0);
   EXPECT_NEAR(run.energy() / start, 1.0, 1e-9);

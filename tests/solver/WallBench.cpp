@@ -1,4 +1,4 @@
-#include "solver/HeatBench.h"
+#include "solver/WallBench.h"
 
 #include <unistd.h>
 
@@ -48,28 +48,28 @@ std::string number(double value) {
   return text;
 }
 
-HeatProblem::HeatProblem(std::vector<double> dx, std::vector<double> dy)
+WallProblem::WallProblem(std::vector<double> dx, std::vector<double> dy)
     : dx_(std::move(dx)), dy_(std::move(dy)) {}
 
-HeatProblem::Range HeatProblem::all() const {
+WallProblem::Range WallProblem::all() const {
   return {0, 0, static_cast<int>(dx_.size()) - 1, static_cast<int>(dy_.size()) - 1};
 }
 
-HeatProblem::Range HeatProblem::column(int i) const {
+WallProblem::Range WallProblem::column(int i) const {
   Range range = all();
   if (i >= 0) range.right = i;
   range.left = range.right;
   return range;
 }
 
-HeatProblem::Range HeatProblem::row(int j) const {
+WallProblem::Range WallProblem::row(int j) const {
   Range range = all();
   if (j >= 0) range.bottom = j;
   range.top = range.bottom;
   return range;
 }
 
-void HeatProblem::material(const Range& range, const std::string& name, const Conduction& values) {
+void WallProblem::material(const Range& range, const std::string& name, const Conduction& values) {
   constexpr double RHO = 1000.0;
   materials_ += block("MATERIAL", name) + "RHO = " + number(RHO) +
                 " kg/m3\nCE = " + number(values.rhoC / RHO) + " J/kgK\nLAMBDA = " + number(values.lambda) +
@@ -79,62 +79,82 @@ void HeatProblem::material(const Range& range, const std::string& name, const Co
   assign("MATERIAL", range, name, "ELEMENT");
 }
 
-void HeatProblem::hollow(const Range& range) {
+void WallProblem::material(const Range& range, const std::string& name, const std::string& lines) {
+  materials_ += block("MATERIAL", name) + lines;
+  assign("MATERIAL", range, name, "ELEMENT");
+}
+
+void WallProblem::materialFile(const Range& range, const std::string& name, const std::string& path) {
+  material(range, name, "FILENAME = " + path + "\n");
+}
+
+void WallProblem::hollow(const Range& range) {
   assign("MATERIAL", range, "VOID", "ELEMENT");
 }
 
-void HeatProblem::initial(const Range& range, double celsius) {
+void WallProblem::initial(const Range& range, double celsius) {
+  initial(range, "TEMPER", number(celsius) + " C");
+}
+
+void WallProblem::initial(const Range& range, const std::string& type, const std::string& value) {
   const std::string name = "Start " + std::to_string(++initialCount_);
-  initials_ += block("INIT_COND", name) + "TYPE = TEMPER\nVALUE = " + number(celsius) + " C\n";
+  initials_ += block("INIT_COND", name) + "TYPE = " + type + "\nVALUE = " + value + "\n";
   assign("INITIALCOND", range, name, "ELEMENT");
 }
 
-void HeatProblem::profile(const std::vector<double>& celsius) {
+void WallProblem::profile(const std::vector<double>& celsius) {
   for (std::size_t i = 0; i < celsius.size(); ++i) initial(column(static_cast<int>(i)), celsius[i]);
 }
 
-void HeatProblem::constantClimate(const std::string& name, const std::string& type,
+void WallProblem::constantClimate(const std::string& name, const std::string& type,
                                   const std::string& value) {
   climate(name, type, "KIND = CONSTANT\nCONSTVALUE = " + value + "\n");
 }
 
-void HeatProblem::climate(const std::string& name, const std::string& type, const std::string& lines) {
+void WallProblem::climate(const std::string& name, const std::string& type, const std::string& lines) {
   climates_ += block("CLIMATE_COND", name) + "TYPE = " + type + "\n" + lines;
 }
 
-void HeatProblem::boundary(const std::string& name, const std::string& kind, const std::string& lines) {
-  boundaries_ += block("BOUND_COND", name) + "TYPE = HEATCOND\nKIND = " + kind + "\n" + lines;
+void WallProblem::boundary(const std::string& name, const std::string& kind, const std::string& lines) {
+  boundary("HEATCOND", name, kind, lines);
 }
 
-void HeatProblem::contact(const std::string& name, const std::string& type, const std::string& lines) {
+void WallProblem::boundary(const std::string& type, const std::string& name, const std::string& kind,
+                           const std::string& lines) {
+  boundaries_ += block("BOUND_COND", name) + "TYPE = " + type + "\nKIND = " + kind + "\n" + lines;
+}
+
+void WallProblem::contact(const std::string& name, const std::string& type, const std::string& lines) {
   contacts_ += block("CONTACT_COND", name) + "TYPE = " + type + "\n" + lines;
 }
 
-void HeatProblem::assign(const std::string& type, const Range& range, const std::string& name,
+void WallProblem::assign(const std::string& type, const Range& range, const std::string& name,
                          const std::string& location) {
   assignments_ += "[SELECTION]\nTYPE = " + type + "\nRANGE = " + std::to_string(range.left) + " " +
                   std::to_string(range.top) + " " + std::to_string(range.right) + " " +
                   std::to_string(range.bottom) + "\nNAME = " + name + "\nLOCATION = " + location + "\n";
 }
 
-void HeatProblem::film(const std::string& name, double coefficient, double celsius, const Range& range,
+void WallProblem::film(const std::string& name, double coefficient, double celsius, const Range& range,
                        const std::string& location) {
   constantClimate(name + " climate", "TEMPER", number(celsius) + " C");
   boundary(name, "EXCHANGE", "EXCOEFF = " + number(coefficient) + " W/m2K\nTEMPER = " + name + " climate\n");
   assign("BOUNDARYCOND", range, name, location);
 }
 
-void HeatProblem::surface(const std::string& name, double celsius, const Range& range,
+void WallProblem::surface(const std::string& name, double celsius, const Range& range,
                           const std::string& location) {
   constantClimate(name + " climate", "TEMPER", number(celsius) + " C");
   boundary(name, "SURFVAL", "TEMPER = " + name + " climate\n");
   assign("BOUNDARYCOND", range, name, location);
 }
 
-std::string HeatProblem::text() const {
-  std::string text = "[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = ENERGY\n";
-  text += "DURATION = " + number(duration) + " s\n[SOLVER_SETTINGS]\n[CVODE_SOLVER_SETTINGS]\n";
-  text += "MAX_DT = " + number(maxStep) + " s\nREL_TOL = " + number(relTol) + "\nABS_TOL_ENERGY = 1e-3\n";
+std::string WallProblem::text() const {
+  std::string text = "[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = ";
+  text += balances + "\n" + general + "DURATION = " + number(duration) +
+          " s\n[SOLVER_SETTINGS]\n[CVODE_SOLVER_SETTINGS]\n";
+  text += "MAX_DT = " + number(maxStep) + " s\nREL_TOL = " + number(relTol) + "\nABS_TOL_ENERGY = 1e-3\n" +
+          settings;
   text += "[MATERIALS]\n" + materials_ + "[CONDITIONS]\n[CLIMATE_CONDITIONS]\n" + climates_;
   text += "[BOUNDARY_CONDITIONS]\n" + boundaries_ + "[INITIAL_CONDITIONS]\n" + initials_;
   text += "[CONTACT_CONDITIONS]\n" + contacts_;
@@ -159,7 +179,7 @@ TKL::Path ProjectFolder::write(const std::string& text) const {
   return TKL::Path(file("problem.vel"));
 }
 
-HeatRun::HeatRun(const std::string& projectText) {
+WallRun::WallRun(const std::string& projectText) {
   readProject(project, folder_.write(projectText));
   if (!solver.init(project)) {
     std::string reasons;
@@ -169,21 +189,21 @@ HeatRun::HeatRun(const std::string& projectText) {
   }
 }
 
-void HeatRun::advance(double time) {
+void WallRun::advance(double time) {
   if (solver.t == 0.0) solver.initStep();
   if (time <= solver.t) throw std::logic_error("The integrator has passed this time: lower maxStep");
   solver.runStep(time, false);
 }
 
-void HeatRun::runAll() {
+void WallRun::runAll() {
   solver.run();
 }
 
-double HeatRun::celsius(int i, int j) const {
+double WallRun::celsius(int i, int j) const {
   return solver.state().T[index(element(i, j).number)] - KELVIN;
 }
 
-double HeatRun::celsiusAt(double x) const {
+double WallRun::celsiusAt(double x) const {
   const std::vector<double> at = centres();
   const std::vector<double> T = rowCelsius();
   const auto right = std::clamp(std::upper_bound(at.begin(), at.end(), x), at.begin() + 1, at.end() - 1);
@@ -191,83 +211,82 @@ double HeatRun::celsiusAt(double x) const {
   return T[k - 1] + (T[k] - T[k - 1]) * (x - at[k - 1]) / (at[k] - at[k - 1]);
 }
 
-std::vector<double> HeatRun::rowCelsius(int j) const {
+std::vector<double> WallRun::rowCelsius(int j) const {
   std::vector<double> T;
   for (const VELMORA::Element& e : solver.data().elements)
     if (e.j == j) T.push_back(solver.state().T[index(e.number)] - KELVIN);
   return T;
 }
 
-std::vector<double> HeatRun::centres() const {
+std::vector<double> WallRun::centres() const {
   std::vector<double> x;
   for (const VELMORA::Element& e : solver.data().elements)
     if (e.j == 0) x.push_back(e.x);
   return x;
 }
 
-double HeatRun::flow(const VELMORA::Side* side) const {
+double WallRun::flow(const VELMORA::Side* side) const {
   if (side == nullptr) return 0.0;
   return solver.records().heatFlux[index(side->number)][VELMORA::HF_SUM];
 }
 
-double HeatRun::flowLeft(int i, int j) const {
+double WallRun::flowLeft(int i, int j) const {
   return flow(element(i, j).sideLeft);
 }
-double HeatRun::flowRight(int i, int j) const {
+double WallRun::flowRight(int i, int j) const {
   return flow(element(i, j).sideRight);
 }
-double HeatRun::flowTop(int i, int j) const {
+double WallRun::flowTop(int i, int j) const {
   return flow(element(i, j).sideTop);
 }
-double HeatRun::flowBottom(int i, int j) const {
+double WallRun::flowBottom(int i, int j) const {
   return flow(element(i, j).sideBottom);
 }
 
-double HeatRun::energy() const {
+double WallRun::energy() const {
   double sum = 0.0;
   for (const VELMORA::Element& e : solver.data().elements)
     sum += solver.state().U[index(e.number)] * e.volume;
   return sum;
 }
 
-const VELMORA::Element& HeatRun::element(int i, int j) const {
+const VELMORA::Element& WallRun::element(int i, int j) const {
   return elementAt(solver.data(), i, j);
 }
 
-HeatRates::HeatRates(const HeatProblem& problem) {
+WallRates::WallRates(const WallProblem& problem) {
   readProject(project_, folder_.write(problem.text()));
   project_.setup_calculation(data_);
   for (auto& condition : data_.climateConds)
     condition.prepareCalculation(project_.m_placeholders.placeholderMap());
-  rhs_ = std::make_unique<RightHandSide>(
-      data_, BalanceEquations::fromSelection(project_.m_init.balanceEquations), 0.0);
+  rhs_ = std::make_unique<RightHandSide>(data_, ModelSettings::of(project_.m_init, project_.m_disc));
   y_.resize(data_.elements.size());
   ydot_.resize(data_.elements.size());
 }
 
-void HeatRates::evaluate(double time, double celsius) {
+void WallRates::evaluate(double time, double celsius) {
   for (std::size_t e = 0; e < y_.size(); ++e) y_[e] = rhs_->state.rhoCDry[e] * (celsius + KELVIN);
   if (rhs_->calculate(time, y_.data(), ydot_.data()) != 0) throw std::runtime_error("No derivatives");
 }
 
-const VELMORA::Element& HeatRates::element(int i, int j) const {
+const VELMORA::Element& WallRates::element(int i, int j) const {
   return elementAt(data_, i, j);
 }
 
-double HeatRates::flow(const VELMORA::Side* side) const {
+double WallRates::flow(const VELMORA::Side* side) const {
   return side == nullptr ? 0.0 : rhs_->records.heatFlux[index(side->number)][VELMORA::HF_SUM];
 }
 
-double HeatRates::flowLeft(int i, int j) const {
+double WallRates::flowLeft(int i, int j) const {
   return flow(element(i, j).sideLeft);
 }
-double HeatRates::flowRight(int i, int j) const {
+double WallRates::flowRight(int i, int j) const {
   return flow(element(i, j).sideRight);
 }
-double HeatRates::flowTop(int i, int j) const {
+double WallRates::flowTop(int i, int j) const {
   return flow(element(i, j).sideTop);
 }
-double HeatRates::rate(int i, int j) const {
+double WallRates::rate(int i, int j) const {
   return ydot_[index(element(i, j).number)];
 }
 

@@ -16,9 +16,9 @@ namespace VELMORA_SOLVER {
 
 constexpr double KELVIN = 273.15;  ///< [K] zero of the Celsius scale
 
-/// A heat conduction problem as text of a project file, put together piece by piece. Column 0 is at the
-/// left, row 0 at the top. Without a boundary condition a surface is sealed.
-class HeatProblem {
+/// A calculation as text of a project file, put together piece by piece; heat conduction alone to begin with.
+/// Column 0 is at the left, row 0 at the top. Without a boundary condition a surface is sealed.
+class WallProblem {
  public:
   /// Inclusive columns and rows.
   struct Range {
@@ -31,20 +31,29 @@ class HeatProblem {
   };
 
   /// @param dx, dy widths of the columns and heights of the rows [m]
-  explicit HeatProblem(std::vector<double> dx, std::vector<double> dy = {1.0});
+  explicit WallProblem(std::vector<double> dx, std::vector<double> dy = {1.0});
 
   Range all() const;
   Range column(int i) const;  ///< all rows of a column; -1 is the last one
   Range row(int j) const;     ///< all columns of a row; -1 is the last one
 
   void material(const Range& range, const std::string& name, const Conduction& values);
+  /// A material of any text behind its name: base parameters, or sections of a material file.
+  void material(const Range& range, const std::string& name, const std::string& lines);
+  /// A material of a file.
+  void materialFile(const Range& range, const std::string& name, const std::string& path);
   void hollow(const Range& range);                   ///< no material there
   void initial(const Range& range, double celsius);  ///< start temperature
   void profile(const std::vector<double>& celsius);  ///< start temperature of each column
+  /// Any initial condition, such as RELHUM "50 %".
+  void initial(const Range& range, const std::string& type, const std::string& value);
   void constantClimate(const std::string& name, const std::string& type, const std::string& value);
   void climate(const std::string& name, const std::string& type, const std::string& lines);
   /// A boundary condition of heat conduction, not assigned yet.
   void boundary(const std::string& name, const std::string& kind, const std::string& lines);
+  /// A boundary condition of any type, not assigned yet.
+  void boundary(const std::string& type, const std::string& name, const std::string& kind,
+                const std::string& lines);
   void contact(const std::string& name, const std::string& type, const std::string& lines);
   void assign(const std::string& type, const Range& range, const std::string& name,
               const std::string& location);
@@ -61,6 +70,9 @@ class HeatProblem {
   double duration = 1e9;     ///< [s]
   double maxStep = 86400.0;  ///< [s]
   double relTol = 1e-8;
+  std::string balances = "ENERGY";
+  std::string general;   ///< more lines of the general settings
+  std::string settings;  ///< more lines of the integrator's settings
 
  private:
   std::vector<double> dx_;
@@ -86,11 +98,11 @@ class ProjectFolder {
 };
 
 /// Runs a problem in process, all messages kept.
-class HeatRun {
+class WallRun {
  public:
-  explicit HeatRun(const HeatProblem& problem) : HeatRun(problem.text()) {}
+  explicit WallRun(const WallProblem& problem) : WallRun(problem.text()) {}
   /// Reads the text of a project file and prepares the run. Fluxes and temperatures are those of the start.
-  explicit HeatRun(const std::string& projectText);
+  explicit WallRun(const std::string& projectText);
 
   /// Brings temperatures and flows to this very time [s], which must lie behind the steps made so far.
   void advance(double time);
@@ -121,9 +133,9 @@ class HeatRun {
 };
 
 /// The right hand side alone, to be evaluated at any time and state.
-class HeatRates {
+class WallRates {
  public:
-  explicit HeatRates(const HeatProblem& problem);
+  explicit WallRates(const WallProblem& problem);
 
   /// Evaluates at this time [s], all elements at one temperature.
   void evaluate(double time, double celsius);

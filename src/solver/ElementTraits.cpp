@@ -1,0 +1,41 @@
+#include "solver/ElementTraits.h"
+
+#include <cmath>
+
+#include "foundation/PhysicalConstants.h"
+
+namespace VELMORA_SOLVER {
+
+namespace {
+
+ElementTraits traitsOf(const VELMORA::Element& element, const ModelSettings& settings) {
+  constexpr double PI = 3.141592653589793;
+  ElementTraits traits;
+  if (element.material == nullptr) return traits;
+  const MM::Material& material = *element.material;
+  traits.material = &material;
+  traits.storage = &material.moistureStorage;
+  traits.transport = &material.moistureTransport[MM::Material::D_U];
+  traits.isAir = material.isAir();
+  traits.vapourTight = material.isVaporTight();
+  traits.liquidTight = material.isWaterTight() || traits.isAir;
+  traits.storesNothing = traits.vapourTight && material.isWaterTight();
+  traits.thetaEff = traits.isAir ? 1.0 : material.thetaEff();
+  traits.thetaPor = traits.isAir ? 1.0 : material.thetaPor();
+  traits.thetaMax = traits.thetaEff + settings.overfillMargin;
+  if (settings.useGravity)
+    traits.gravityHead = std::cos(settings.thetaZ / 180.0 * PI) * (settings.height - element.y) * TKL::G_RHO;
+  return traits;
+}
+
+}  // namespace
+
+std::vector<ElementTraits> elementTraits(const std::vector<VELMORA::Element>& elements,
+                                         const ModelSettings& settings) {
+  std::vector<ElementTraits> traits;
+  traits.reserve(elements.size());
+  for (const VELMORA::Element& element : elements) traits.push_back(traitsOf(element, settings));
+  return traits;
+}
+
+}  // namespace VELMORA_SOLVER

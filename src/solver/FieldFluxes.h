@@ -1,0 +1,75 @@
+#pragma once
+
+#include <vector>
+
+#include "project/CalculationData.h"
+#include "solver/ElementTraits.h"
+#include "solver/FluxRecords.h"
+#include "solver/ModelSettings.h"
+#include "solver/SolverState.h"
+
+namespace VELMORA_SOLVER {
+
+/// Flows through the sides between two elements, from the values that the decomposition has found.
+///
+/// With L and R for the two elements, w for the share of each in the sum of their widths, A for the area and
+/// g = 2 / (d_L + d_R):
+///
+///     heat     Q  = lambda A g (T_L - T_R)         lambda = w_L lambda_L + w_R lambda_R
+///     vapour   jv = Kv A g (pV_L - pV_R)           Kv likewise
+///     liquid   jl = A g (Psi_L - Psi_R - dPsi)     Kirchhoff form, dPsi the jump between two materials
+///              jl = Kl A g (p_L - p_R)             conductivity form, Kl likewise
+///
+/// A contact resistance R is in series: K becomes K / (R K g + 1). Each mass flow carries the enthalpy of
+/// the element that it comes from.
+class FieldFluxes {
+ public:
+  /// All arguments must live as long as this object; `data` must keep its vectors.
+  FieldFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
+              const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records);
+
+  /// The flows through all inner sides, with their sums.
+  /// @throws TKL::Exception for a contact condition that has no formula
+  void calculate();
+
+ private:
+  enum class LiquidForm { NONE, CONDUCTIVITY, KIRCHHOFF, KIRCHHOFF_WITH_JUMP };
+
+  /// What one side needs of its neighbours, in one place for the loop over all inner sides.
+  struct InnerSide {
+    const VELMORA::Side* side = nullptr;
+    std::size_t number = 0;
+    std::size_t left = 0;
+    std::size_t right = 0;
+    double weightLeft = 0.0;
+    double weightRight = 0.0;
+    double area = 0.0;              ///< [m2]
+    double invDistance = 0.0;       ///< [1/m]
+    double heatResistance = 0.0;    ///< of contact conditions [m2K/W]
+    double vapourResistance = 0.0;  ///< of contact conditions [m/s]
+    double liquidResistance = 0.0;  ///< of contact conditions [m/s]
+    bool vapourOpen = false;
+    LiquidForm liquidForm = LiquidForm::NONE;
+    const VELMORA::VelContactCond* airHeat = nullptr;       ///< heat transfer between air and a material
+    const VELMORA::VelContactCond* airVapour = nullptr;     ///< vapour transfer between air and a material
+    const VELMORA::VelContactCond* adaptiveFoil = nullptr;  ///< its resistance depends on the humidities
+  };
+
+  InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities) const;
+  LiquidForm liquidForm(const InnerSide& side) const;
+  void energyFlux(const InnerSide& side);
+  void enthalpyFlux(const InnerSide& side);
+  void moistureFlux(const InnerSide& side);
+  void vapourFlux(const InnerSide& side, double* flux) const;
+  double liquidFlux(const InnerSide& side) const;
+  double potentialJump(const InnerSide& side) const;
+  void limitOverfilling(const InnerSide& side);
+
+  const ModelSettings& settings_;
+  const std::vector<ElementTraits>& traits_;
+  const SolverState& state_;
+  FluxRecords& records_;
+  std::vector<InnerSide> sides_;
+};
+
+}  // namespace VELMORA_SOLVER
