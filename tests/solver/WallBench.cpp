@@ -79,13 +79,13 @@ void WallProblem::material(const Range& range, const std::string& name, const Co
   assign("MATERIAL", range, name, "ELEMENT");
 }
 
-void WallProblem::material(const Range& range, const std::string& name, const std::string& lines) {
+void WallProblem::materialText(const Range& range, const std::string& name, const std::string& lines) {
   materials_ += block("MATERIAL", name) + lines;
   assign("MATERIAL", range, name, "ELEMENT");
 }
 
 void WallProblem::materialFile(const Range& range, const std::string& name, const std::string& path) {
-  material(range, name, "FILENAME = " + path + "\n");
+  materialText(range, name, "FILENAME = " + path + "\n");
 }
 
 void WallProblem::hollow(const Range& range) {

@@ -39,7 +39,7 @@ class WallProblem {
 
   void material(const Range& range, const std::string& name, const Conduction& values);
   /// A material of any text behind its name: base parameters, or sections of a material file.
-  void material(const Range& range, const std::string& name, const std::string& lines);
+  void materialText(const Range& range, const std::string& name, const std::string& lines);
   /// A material of a file.
   void materialFile(const Range& range, const std::string& name, const std::string& path);
   void hollow(const Range& range);                   ///< no material there
