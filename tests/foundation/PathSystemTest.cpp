@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "foundation/Path.h"
+#include "support/AllocationCounter.h"
 #include "support/Thrown.h"
 
 namespace TKL {
@@ -90,6 +91,13 @@ TEST_F(PathSystemTest, current_deepDirectoryFails) {
     ASSERT_EQ(chdir(level.c_str()), 0);
   }
   EXPECT_EQ(thrownBy([] { Path::current(); }), (Thrown{"Path longer than 4096 characters", "[current()]"}));
+}
+
+TEST_F(PathSystemTest, current_withoutMemoryFails) {
+  if (!COUNTS_ALLOCATIONS) GTEST_SKIP() << "the sanitizer has its own operators";
+  const MemoryLimit limit(4096);
+  EXPECT_EQ(thrownBy([] { Path::current(); }),
+            (Thrown{"Out of memory! Can not reserve 4096 bytes", "[current()]"}));
 }
 
 TEST_F(PathSystemTest, absolutePath_completesWithTheCurrentDirectory) {

@@ -11,3 +11,12 @@ inline constexpr bool COUNTS_ALLOCATIONS = true;
 #endif
 
 std::size_t allocationCount();
+
+/// While it lives, `operator new` finds no memory for blocks of `bytes` and more.
+class MemoryLimit {
+ public:
+  explicit MemoryLimit(std::size_t bytes);
+  ~MemoryLimit();
+  MemoryLimit(const MemoryLimit&) = delete;
+  MemoryLimit& operator=(const MemoryLimit&) = delete;
+};
