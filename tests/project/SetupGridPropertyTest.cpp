@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
@@ -23,6 +24,7 @@ class RandomGrid {
     for (int i = 0; i < nx; ++i) dx.push_back(0.001 * pick(1, 500));
     for (int j = 0; j < ny; ++j) dy.push_back(0.001 * pick(1, 500));
     geometry = pick(0, 1) == 0 ? VelDisc::G_PLANE2D : VelDisc::G_RSYM;
+    dz = 0.1 * pick(1, 30);
     used.assign(static_cast<std::size_t>(nx * ny), true);
   }
 
@@ -55,13 +57,40 @@ class RandomGrid {
     for (int count = pick(0, 6); count > 0; --count) {
       const auto location =
           static_cast<VelSelection::location_t>(pick(VelSelection::L_LEFT, VelSelection::L_BOTTOM));
-      setup.assign(VelSelection::A_BOUNDARYCOND, "b", pickRange(), {location});
+      hung.push_back({pickRange(), location});
+      setup.assign(VelSelection::A_BOUNDARYCOND, "b", hung.back().range, {location});
     }
+  }
+
+  /// Whether some assignment hangs a condition at this side of the cell.
+  bool hasCondition(int i, int j, VelSelection::location_t location) const {
+    return std::any_of(hung.begin(), hung.end(), [&](const Hung& h) {
+      if (h.location != location) return false;
+      const bool inRows = j >= h.range.top && j <= h.range.bottom;
+      const bool inColumns = i >= h.range.left && i <= h.range.right;
+      switch (location) {
+        case VelSelection::L_LEFT:
+          return inRows && i == h.range.left;
+        case VelSelection::L_RIGHT:
+          return inRows && i == h.range.right;
+        case VelSelection::L_TOP:
+          return inColumns && j == h.range.top;
+        default:
+          return inColumns && j == h.range.bottom;
+      }
+    });
   }
 
   long usedCells() const { return std::count(used.begin(), used.end(), true); }
 
+  struct Hung {
+    VelSelection::Range range;
+    VelSelection::location_t location;
+  };
+
   std::vector<double> dx, dy;
+  double dz = 1.0;
+  std::vector<Hung> hung;
   VelDisc::geometry_t geometry = VelDisc::G_PLANE2D;
   std::vector<bool> used;
 
@@ -77,6 +106,7 @@ void forEachGrid(Check check) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomGrid grid(seed);
     SetupFixture setup(grid.dx, grid.dy, grid.geometry);
+    setup.project.m_disc.dz.data = {grid.dz};
     grid.cutHoles(setup);
     grid.hangConditions(setup);
     if (grid.usedCells() < 2) continue;
@@ -195,7 +225,86 @@ TEST(RandomGrids, sidesOfAFullRow_haveTheirTrueAreas) {
     }
     for (std::size_t j = 0; j < areas.size(); ++j) {
       if (counts[j] == grid.nx()) {
-        EXPECT_NEAR(areas[j], rsym ? radius * radius * PI_AREA : radius, 1e-12);
+        EXPECT_NEAR(areas[j], rsym ? radius * radius * PI_AREA : radius * grid.dz,
+                    1e-12 * (1.0 + radius * radius));
+      }
+    }
+  });
+}
+
+TEST(RandomGrids, sidesOfAFullColumn_haveTheirTrueAreas) {
+  forEachGrid([](const RandomGrid& grid, const SetupFixture& setup) {
+    const double height = sum(grid.dy);
+    std::vector<double> areas(static_cast<std::size_t>(grid.nx() + 1), 0.0);
+    std::vector<int> counts(areas.size(), 0);
+    for (const Side& side : setup.data.sides) {
+      if (side.horizontal) continue;
+      areas[static_cast<std::size_t>(side.i)] += side.area;
+      ++counts[static_cast<std::size_t>(side.i)];
+    }
+    double radius = 0.0;
+    for (std::size_t i = 0; i < areas.size(); ++i) {
+      const double expected =
+          grid.geometry == VelDisc::G_RSYM ? 2.0 * PI_AREA * radius * height : grid.dz * height;
+      if (counts[i] == grid.ny()) {
+        EXPECT_NEAR(areas[i], expected, 1e-12 * (1.0 + expected));
+      }
+      if (i < grid.dx.size()) radius += grid.dx[i];
+    }
+  });
+}
+
+TEST(RandomGrids, oppositeSidesOfAPlaneElement_haveTheSameAreaAndSpanItsVolume) {
+  forEachGrid([](const RandomGrid& grid, const SetupFixture& setup) {
+    if (grid.geometry == VelDisc::G_RSYM) return;
+    for (const Element& e : setup.data.elements) {
+      if (e.sideLeft && e.sideRight) {
+        EXPECT_DOUBLE_EQ(e.sideLeft->area, e.sideRight->area);
+      }
+      if (e.sideTop && e.sideBottom) {
+        EXPECT_DOUBLE_EQ(e.sideTop->area, e.sideBottom->area);
+      }
+      if (e.sideLeft) {
+        EXPECT_NEAR(e.sideLeft->area * e.dx, e.volume, 1e-14 * (1.0 + e.volume));
+      }
+      if (e.sideTop) {
+        EXPECT_NEAR(e.sideTop->area * e.dy, e.volume, 1e-14 * (1.0 + e.volume));
+      }
+    }
+  });
+}
+
+TEST(RandomGrids, outerSidesWithACondition_areKeptAndOthersAreNot) {
+  forEachGrid([](const RandomGrid& grid, const SetupFixture& setup) {
+    for (const Element& e : setup.data.elements) {
+      // a side also gets the conditions that its neighbouring cell, used or not, has at it
+      const bool left = grid.isUsed(e.i - 1, e.j) || grid.hasCondition(e.i, e.j, VelSelection::L_LEFT) ||
+                        grid.hasCondition(e.i - 1, e.j, VelSelection::L_RIGHT);
+      const bool right = grid.isUsed(e.i + 1, e.j) || grid.hasCondition(e.i, e.j, VelSelection::L_RIGHT) ||
+                         grid.hasCondition(e.i + 1, e.j, VelSelection::L_LEFT);
+      const bool top = grid.isUsed(e.i, e.j - 1) || grid.hasCondition(e.i, e.j, VelSelection::L_TOP) ||
+                       grid.hasCondition(e.i, e.j - 1, VelSelection::L_BOTTOM);
+      const bool bottom = grid.isUsed(e.i, e.j + 1) || grid.hasCondition(e.i, e.j, VelSelection::L_BOTTOM) ||
+                          grid.hasCondition(e.i, e.j + 1, VelSelection::L_TOP);
+      EXPECT_EQ(e.sideLeft != nullptr, left);
+      EXPECT_EQ(e.sideRight != nullptr, right);
+      EXPECT_EQ(e.sideTop != nullptr, top);
+      EXPECT_EQ(e.sideBottom != nullptr, bottom);
+    }
+  });
+}
+
+TEST(RandomGrids, links_areNullOrLeadBack) {
+  forEachGrid([](const RandomGrid&, const SetupFixture& setup) {
+    const auto other = [](const Side* side, const Element& element) {
+      return side->elementLeft == &element ? side->elementRight : side->elementLeft;
+    };
+    for (const Element& e : setup.data.elements) {
+      if (e.sideRight && other(e.sideRight, e)) {
+        EXPECT_EQ(other(e.sideRight, e)->sideLeft, e.sideRight);
+      }
+      if (e.sideBottom && other(e.sideBottom, e)) {
+        EXPECT_EQ(other(e.sideBottom, e)->sideTop, e.sideBottom);
       }
     }
   });
@@ -210,7 +319,8 @@ TEST(RandomGrids, volumes_addUp) {
       double width = 0.0;
       for (int i = 0; i < grid.nx(); ++i)
         width += grid.isUsed(i, j) ? grid.dx[static_cast<std::size_t>(i)] : 0.0;
-      const double section = grid.geometry == VelDisc::G_RSYM ? width * width * std::numbers::pi : width;
+      const double section =
+          grid.geometry == VelDisc::G_RSYM ? width * width * std::numbers::pi : width * grid.dz;
       expected += section * grid.dy[static_cast<std::size_t>(j)];
     }
     EXPECT_NEAR(volume, expected, 1e-12 * (1.0 + expected));
@@ -238,12 +348,14 @@ TEST(RandomGrids, y_isTheSameForElementsAndTheirSides) {
   });
 }
 
-TEST(RandomGrids, generator_makesVoidsAndBothGeometries) {
-  int withVoids = 0, rotational = 0;
-  forEachGrid([&](const RandomGrid& grid, const SetupFixture&) {
+TEST(RandomGrids, generator_makesVoidsBothGeometriesAndOuterSides) {
+  int withVoids = 0, rotational = 0, withOuterSides = 0;
+  forEachGrid([&](const RandomGrid& grid, const SetupFixture& setup) {
+    withOuterSides += static_cast<int>(setup.data.sides.size()) > neighbourPairs(grid) ? 1 : 0;
     withVoids += grid.usedCells() < grid.nx() * grid.ny() ? 1 : 0;
     rotational += grid.geometry == VelDisc::G_RSYM ? 1 : 0;
   });
   EXPECT_GT(withVoids, GRIDS / 10);
   EXPECT_GT(rotational, GRIDS / 10);
+  EXPECT_GT(withOuterSides, GRIDS / 10);
 }
