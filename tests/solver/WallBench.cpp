@@ -204,11 +204,18 @@ double WallRun::celsius(int i, int j) const {
 }
 
 double WallRun::celsiusAt(double x) const {
-  const std::vector<double> at = centres();
-  const std::vector<double> T = rowCelsius();
-  const auto right = std::clamp(std::upper_bound(at.begin(), at.end(), x), at.begin() + 1, at.end() - 1);
-  const auto k = static_cast<std::size_t>(right - at.begin());
-  return T[k - 1] + (T[k] - T[k - 1]) * (x - at[k - 1]) / (at[k] - at[k - 1]);
+  return at(x, solver.state().T) - KELVIN;
+}
+
+double WallRun::at(double x, const std::vector<double>& quantity) const {
+  const std::vector<double> centre = centres();
+  std::vector<double> value;
+  for (const VELMORA::Element& e : solver.data().elements)
+    if (e.j == 0) value.push_back(quantity[index(e.number)]);
+  const auto right =
+      std::clamp(std::upper_bound(centre.begin(), centre.end(), x), centre.begin() + 1, centre.end() - 1);
+  const auto k = static_cast<std::size_t>(right - centre.begin());
+  return value[k - 1] + (value[k] - value[k - 1]) * (x - centre[k - 1]) / (centre[k] - centre[k - 1]);
 }
 
 std::vector<double> WallRun::rowCelsius(int j) const {
@@ -247,6 +254,13 @@ double WallRun::energy() const {
   double sum = 0.0;
   for (const VELMORA::Element& e : solver.data().elements)
     sum += solver.state().U[index(e.number)] * e.volume;
+  return sum;
+}
+
+double WallRun::water() const {
+  double sum = 0.0;
+  for (const VELMORA::Element& e : solver.data().elements)
+    sum += solver.state().mw[index(e.number)] * e.volume;
   return sum;
 }
 
@@ -300,6 +314,10 @@ testing::AssertionResult agree(const std::vector<double>& actual, const std::vec
       return testing::AssertionFailure() << "value " << i << ": " << actual[i] << " instead of "
                                          << expected[i] << ", tolerance " << tolerance;
   return testing::AssertionSuccess();
+}
+
+std::string shippedMaterial(const std::string& file) {
+  return std::string(VELMORA_SOURCE_DIR) + "/database/DB_material_data/" + file;
 }
 
 std::vector<double> uniform(int n, double length) {

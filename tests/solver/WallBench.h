@@ -118,6 +118,9 @@ class WallRun {
   double flowTop(int i, int j = 0) const;     ///< [W] positive downwards
   double flowBottom(int i, int j = 0) const;  ///< [W]
   double energy() const;                      ///< [J] internal energy of all elements
+  double water() const;                       ///< [kg] moisture of all elements
+  /// A quantity of the state at x [m] in row 0, linear between the centres of the columns.
+  double at(double x, const std::vector<double>& quantity) const;
 
   const VELMORA::Element& element(int i, int j = 0) const;
   const ProjectFolder& folder() const { return folder_; }
@@ -159,6 +162,9 @@ class WallRates {
 /// Whether two lists have the same length and agree within `tolerance` everywhere.
 testing::AssertionResult agree(const std::vector<double>& actual, const std::vector<double>& expected,
                                double tolerance);
+
+/// A material that the program ships, by the name of its file.
+std::string shippedMaterial(const std::string& file);
 
 std::vector<double> uniform(int n, double length);
 /// Widths from `first` on, each `ratio` times the one before, until `length` is filled; the last one takes
