@@ -105,6 +105,10 @@ TEST(ReadCcd, onlyABlankInTheSecondColumnIsCutFromTheComment) {
   EXPECT_EQ(parseCcd("# a\n#  b\n # c\n" + HEADER).comment, "a\n b\n c");
 }
 
+TEST(ReadCcd, indentedCommentKeepsItsFirstCharacter) {
+  EXPECT_EQ(parseCcd("  #ab\n" + HEADER).comment, "ab");
+}
+
 TEST(ReadCcd, commentLinesBehindTheTypeLine_areNoComment) {
   const ClimateSeries s = parseCcd("# a\n" + HEADER + "# b\n  # c\n0 0:0:0 1\n");
   EXPECT_TRUE(s.ok);

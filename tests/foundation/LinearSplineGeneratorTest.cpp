@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -145,6 +146,18 @@ TEST(LinearSplineGenerator, threeIntervals_areThinned) {
   LinearSplineGenerator::generate(spline, Function([](double x) { return x; }), 0.0, 3.0, 1e-6, 0.0, 100,
                                   true);
   EXPECT_EQ(spline.x, (Values{0.0, 2.0, 3.0}));
+}
+
+TEST(LinearSplineGenerator, errorOfJustTheTolerance_isNotRefined) {
+  const Function hump([](double x) { return x == 0.5 ? 0.25 : 0.0; });
+  EXPECT_EQ(generated(hump, 0.0, 1.0, 0.25, 0.0, 100).size(), 2U);
+}
+
+TEST(LinearSplineGenerator, pointOffByJustTheTolerance_isNotThinnedOut) {
+  LinearSpline spline = tableOf({0, 1, 2, 3}, {0, 1, 0, 0});
+  const Function tent([](double x) { return std::max(0.0, 1.0 - std::fabs(x - 1.0)); });
+  LinearSplineGenerator::generate(spline, tent, 0.0, 3.0, 1.0, 0.0, 100, true);
+  EXPECT_EQ(spline.x, (Values{0, 1, 2, 3}));
 }
 
 TEST(LinearSplineGenerator, thinningTakesItsBoundFromTheChord) {

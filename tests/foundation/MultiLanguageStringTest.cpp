@@ -21,6 +21,10 @@ TEST(MultiLanguageString, missingFallback_takesTheCommonText) {
   EXPECT_EQ(MultiLanguageString("Stone|de:Ziegel").string("fr", "en"), "Stone");
 }
 
+TEST(MultiLanguageString, fallback_comesBeforeTheCommonText) {
+  EXPECT_EQ(MultiLanguageString("Stone|de:Ziegel").string("fr", "de"), "Ziegel");
+}
+
 TEST(MultiLanguageString, nothingFits_isEmpty) {
   EXPECT_EQ(MultiLanguageString("de:Ziegel").string("fr", "en"), "");
   EXPECT_EQ(MultiLanguageString().string("en"), "");
