@@ -159,6 +159,53 @@ TEST(MoistureStorage, guessAboveMinus1_countsAsMinus1) {
   EXPECT_EQ(storage.pl_Thetal(0.25, 293.15, 5.0), storage.pl_Thetal(0.25, 293.15, -1.0));
 }
 
+TEST(MoistureStorage, guessOfThePressure_isTheStartOfTheIteration) {
+  const TKL::MessageCapture capture;
+  const MoistureStorage storage = prepared(CURVE);
+  for (const auto& [plGuess, logGuess] : {std::pair(-0.5, 0.0), std::pair(-1000.0, 3.0)}) {
+    const int before = TKL::mrcIterationCount;
+    const double pl = storage.pl_Thetal(0.11, 293.15, plGuess);
+    const int between = TKL::mrcIterationCount;
+    EXPECT_EQ(pl, -std::pow(10.0, storage.pC_Thetal_iterative(0.11, logGuess)));
+    EXPECT_EQ(TKL::mrcIterationCount - between, between - before);
+  }
+}
+
+TEST(MoistureStorage, iteration_movesByNoMoreThanOnePointOneAPass) {
+  MoistureStorage storage;
+  storage.kind = MoistureStorage::K_SPLINE;
+  storage.functions[0] = splineOf({0, 10}, {0.3, 0.2});
+  const int before = TKL::mrcIterationCount;
+  EXPECT_NEAR(storage.pC_Thetal_iterative(0.21, 1.0), 9.0, 1e-9);
+  // from 1 to 9 on a straight line: seven steps of 1.1, one of 0.3, and one that finds nothing left to do
+  EXPECT_EQ(TKL::mrcIterationCount - before, 9);
+}
+
+TEST(MoistureStorage, iteration_doesNotLeaveTheRangeOfTheCurve) {
+  MoistureStorage storage;
+  storage.kind = MoistureStorage::K_SPLINE;
+  storage.functions[0] = splineOf({0, 10}, {0.3, 0.2});
+  EXPECT_EQ(storage.pC_Thetal_iterative(0.31, 1.0), 0.0);
+  storage.kind = MoistureStorage::K_ANALYTIC;
+  storage.modelType = MoistureStorage::MT_VAN_GENUCHTEN;
+  storage.vanGenuchten.modes = {{1.0, 1e-4, 2.0}};
+  storage.ThetaEff = storage.ThetaLimit = 0.3;
+  storage.plLimit = -100.0;
+  EXPECT_EQ(storage.pC_Thetal_iterative(0.31, 3.0), 2.0);
+}
+
+TEST(MoistureStorage, iterationFromBelowTheCurve_startsAtItsBegin) {
+  MoistureStorage storage;
+  storage.kind = MoistureStorage::K_SPLINE;
+  storage.functions[0] = splineOf({0, 10}, {0.3, 0.2});
+  const auto passesFrom = [&storage](double guess) {
+    const int before = TKL::mrcIterationCount;
+    storage.pC_Thetal_iterative(0.25, guess);
+    return TKL::mrcIterationCount - before;
+  };
+  EXPECT_EQ(passesFrom(-5.0), passesFrom(1e-12));
+}
+
 TEST(MoistureStorage, iterationWithoutCurve_isRefused) {
   EXPECT_TRUE(has(thrown([] { MoistureStorage().pC_Thetal_iterative(0.1, 3.0); }),
                   "Invalid MRC function type.", "[MoistureStorage::pC_Thetal_iterative]"));
@@ -219,6 +266,7 @@ TEST(MoistureStorage, analyticKind_isVanGenuchtenBelowItsLimit) {
   EXPECT_NEAR(storage.Thetal_pl(-1e4, 293.15), 0.3 / std::sqrt(2.0), 1e-12);
   EXPECT_NEAR(storage.pl_Thetal(0.3 / std::sqrt(2.0), 293.15, -1e3), -1e4, 1e-3);
   EXPECT_DOUBLE_EQ(storage.Thetal_pl(-50.0, 293.15), 0.29 + 50.0 * 1e-7);
+  EXPECT_EQ(storage.Thetal_pl(0.0, 293.15), 0.3);
 }
 
 TEST(MrcVG, modes_areSummedByWeight) {
@@ -265,6 +313,7 @@ TEST(MoistureStorageModels, gauss_isTheNormalDistributionOfPoreSizes) {
     const double share = 0.5 * std::erfc((x - mean) / 0.5 / std::sqrt(2.0));
     EXPECT_NEAR(storage.Thetal_pl(-std::pow(10.0, x), 293.15), 0.3 * share, 1e-4) << x;
   }
+  EXPECT_DOUBLE_EQ(storage.functions[0].x[storage.functions[0].size() - 2], 10.0);
   EXPECT_DOUBLE_EQ(storage.functions[0].x.back(), 12.0);
   EXPECT_DOUBLE_EQ(storage.functions[0].y.back(), 0.0);
   EXPECT_TRUE(capture.contains("Generating MRC spline data from GAUSS model.\n"));

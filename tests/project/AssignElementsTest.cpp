@@ -4,6 +4,7 @@
 
 #include "project/ElementGrid.h"
 #include "project/GridBuilder.h"
+#include "support/Thrown.h"
 
 using namespace VELMORA;
 
@@ -102,6 +103,24 @@ TEST(AssignFieldConds, voids_areLeftOut) {
   assignFieldConds(row.assignments, conditions, row.indexMatrix, row.elements);
   EXPECT_EQ(conditions[0].elements, (std::vector<int>{0, 1}));
   EXPECT_DOUBLE_EQ(conditions[0].volume, 5.0);
+}
+
+TEST(AssignFieldConds, conditionsWithAModel_getItReady) {
+  const std::pair<VelFieldCond::condition_t, std::string> TYPES[] = {
+      {VelFieldCond::C_GAS_CONVECTION, "GAS_CONVECTION"},
+      {VelFieldCond::C_CONVECTIVE_SOURCE, "CONVECTIVE_SOURCE"},
+      {VelFieldCond::C_AMBIENTRADIATION, "AMBIENTRADIATION"}};
+  for (const auto& [type, keyword] : TYPES) {
+    Row row({select(VelSelection::A_FIELDCOND, "a", 0, 1)});
+    std::vector<VelFieldCond> conditions{named<VelFieldCond>("a")};
+    conditions[0].condition = type;
+    EXPECT_EQ(
+        TKL::thrownBy([&] { assignFieldConds(row.assignments, conditions, row.indexMatrix, row.elements); }),
+        (TKL::Thrown{
+            "The model of field condition 'a' with type '" + keyword + "' is not available in this version.",
+            "[VelFieldCond::prepareModel]"}));
+    EXPECT_EQ(conditions[0].elements.size(), 2u) << "the elements come first";
+  }
 }
 
 TEST(AssignFieldConds, missingCondition_fails) {
