@@ -2,7 +2,6 @@
 
 #include "foundation/Counters.h"
 #include "material/MaterialTestSupport.h"
-#include "material/MrcGAUSS.h"
 
 namespace MM {
 
@@ -338,6 +337,7 @@ TEST(MoistureStorageModels, gaussWeights_mustSumUpTo1) {
   EXPECT_TRUE(has(thrown([&] { prepared(section("0.5 0.49")); }),
                   "Weight factors for MRC Gauss model sum up to 0.99, but sum should be 1.",
                   "[MrcGAUSS_dpC::setData]"));
+  EXPECT_FALSE(thrown([&] { prepared(section("0.5 0.4998")); }).empty());
   EXPECT_EQ(prepared(section("0.5 0.49995")).kind, MoistureStorage::K_SPLINE);
 }
 
@@ -345,18 +345,6 @@ TEST(MoistureStorageModels, gaussWithoutAList_isRefused) {
   const TKL::MessageCapture capture;
   EXPECT_TRUE(has(thrown([] { prepared("[MODEL]\nTYPE = GAUSS\nGAUSS_Wi = 1\nGAUSS_Si = 0.5\n"); }),
                   "Mismatching or missing GAUSS model parameters.", "[MrcGAUSS::setData]"));
-}
-
-TEST(MrcGAUSS, density_endsWithTheShortestList) {
-  MrcGAUSS_dpC density;
-  density.setData("0.4 0.6", "0.5 0.5 0.5", "1e-6 1e-7 1e-8");
-  EXPECT_EQ(density.modes.size(), 2U);
-}
-
-TEST(MrcGAUSS, vanishingDensity_isWorkedOutInTime) {
-  MrcGAUSS curve;
-  curve.density.modes = {{1.0, 1.52e3, 0.01}};  // all below pC = 1 Pa: nothing to integrate
-  EXPECT_DOUBLE_EQ(curve(9.0), 1.0);
 }
 
 TEST(MoistureStorageNormalised, table_isScaledWithinTheTolerance) {
@@ -375,6 +363,29 @@ TEST(MoistureStorageNormalised, tableBeyondTheTolerance_staysAndIsWarnedAbout) {
       warned(capture,
              "Material has an invalid Theta_l(pC) spline: the maximum Theta_l value (1.002 m3/m3) must be "
              "equal to 'THETA_EFF' (1.002 m3/m3)!"));
+}
+
+TEST(MoistureStorageNormalised, tableThatMissesOneEndOfTheForm_stays) {
+  const TKL::MessageCapture capture;
+  for (const std::string table :
+       {"0 4 12\n1.0015 0.5 0\n", "0.0015 4 12\n1 0.5 0\n", "0 4 12\n1 0.5 0.0015\n"})
+    EXPECT_DOUBLE_EQ(prepared("FUNCTION = Theta_l(pC)_de\n" + table).functions[0].y[1], 0.5) << table;
+  for (const std::string table :
+       {"0 0.5 1.0015\n12 4 0\n", "0.0015 0.5 1\n12 4 0\n", "0 0.5 1\n12 4 0.0015\n"})
+    EXPECT_DOUBLE_EQ(prepared("FUNCTION = pC(Theta_l)_de\n" + table).functions[1].x[1], 0.5) << table;
+  EXPECT_FALSE(capture.contains("Denormalizing"));
+}
+
+TEST(MoistureStorageNormalised, tableWithoutThetaEff_stays) {
+  const TKL::MessageCapture capture;
+  EXPECT_DOUBLE_EQ(prepared("FUNCTION = Theta_l(pC)_de\n0 4 12\n1 0.5 0\n", {}).functions[0].y[1], 0.5);
+}
+
+TEST(MoistureStorageLimits, flatIntervals_areNotWarnedAbout) {
+  const TKL::MessageCapture capture;
+  prepared("FUNCTION = Theta_l(pC)_de\n0 4 6 12\n0.3 0.2 0.2 0\n");
+  prepared("FUNCTION = Theta_l(RH)\n0 0.4 0.6 1\n0 0.1 0.1 0.3\n");
+  EXPECT_FALSE(capture.contains("slope in interval"));
 }
 
 TEST(MoistureStorageNormalised, inverseAndHumidityCurve_areScaled) {

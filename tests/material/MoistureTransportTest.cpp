@@ -187,6 +187,21 @@ TEST(MoistureTransportNormalised, vapourConductivity_isScaledWithPorosity) {
                   DENORMALIZE_TAG));
 }
 
+TEST(MoistureTransportNormalised, dryValueOfMinus5_countsAsNormalised) {
+  const TKL::MessageCapture capture;
+  const MoistureTransport transport =
+      prepare("FUNCTION = lgKl(Theta_l)\n0 1\n-5 0\n", {"KLEFF = 1e-8 s"}).transport;
+  EXPECT_DOUBLE_EQ(transport.functions[MoistureTransport::F_lgKl].x.back(), 0.3);
+}
+
+TEST(MoistureTransportNormalised, tableThatMissesOneEndOfTheForm_stays) {
+  const TKL::MessageCapture capture;
+  for (const std::string table : {"0 1.0015\n-6 0\n", "0.0015 1\n-6 0\n", "0 1\n-6 -0.0015\n"}) {
+    const MoistureTransport transport = prepare("FUNCTION = lgKl(Theta_l)\n" + table).transport;
+    EXPECT_GT(transport.functions[MoistureTransport::F_lgKl].x.back(), 0.9) << table;
+  }
+}
+
 TEST(MoistureTransportNormalised, tableAboveTheDryLimit_staysAsItIs) {
   const TKL::MessageCapture capture;
   Prepared result;
