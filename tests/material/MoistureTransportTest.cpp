@@ -289,6 +289,37 @@ TEST(KirchhoffPotential, rangeUpToSaturation_isClosedWithTheLastConductivity) {
   EXPECT_NEAR(Psi.y[Psi.size() - 2] - Psi.y[Psi.size() - 3], 1e-9 * 1.0, 1e-12);
 }
 
+TEST(KirchhoffPotential, gapBelowSaturation_isClosedOnlyAboveAMillionth) {
+  const TKL::MessageCapture capture;
+  const auto lastButOne = [](const std::string& contentAtSaturation) {
+    Prepared result;
+    result.material.readASCIIParameterFromLine("THETA_EFF = 0.3 m3/m3");
+    result.storage.read("FUNCTION = Theta_l(RH)\n0 1\n0 " + contentAtSaturation + "\n");
+    result.storage.prepareCalculation(result.material);
+    result.transport.read(std::string("FUNCTION = lgKl(Theta_l)\n0 0.3\n-9 -9\n"));
+    result.transport.prepareCalculation(result.material, result.storage, 0);
+    return result.transport.Psi.x[result.transport.Psi.size() - 2];
+  };
+  EXPECT_EQ(lastButOne("0.299998"), 0.3);
+  EXPECT_LT(lastButOne("0.2999995"), 0.3);
+}
+
+TEST(KirchhoffPotential, stepsOfPressure_areTrapezoids) {
+  const TKL::MessageCapture capture;
+  Prepared result;
+  result.material.readASCIIParameterFromLine("THETA_EFF = 0.3 m3/m3");
+  result.storage.read(std::string("FUNCTION = Theta_l(pC)_de\n0 12\n0.3 0\n"));
+  result.storage.prepareCalculation(result.material);
+  result.transport.read(std::string("FUNCTION = lgKl(Theta_l)\n0 0.3\n-12 -9\n"));
+  result.transport.prepareCalculation(result.material, result.storage, 0);
+  const TKL::LinearSpline& Psi = result.transport.Psi;
+  // the first step goes from pC = 1e10 Pa to the hundredth of a decade below
+  const auto K = [](double logpC) { return std::pow(10.0, -12.0 + 10.0 * 0.3 * (12.0 - logpC) / 12.0); };
+  const double first = 0.5 * (K(10.0) + K(9.99)) * (1e10 - std::pow(10.0, 9.99));
+  EXPECT_NEAR(Psi.x[0], 0.05, 1e-12);
+  EXPECT_NEAR(Psi.y[1] - Psi.y[0], first, 1e-9 * first);
+}
+
 TEST(KirchhoffPotential, ofADiffusivity_isItsIntegralTimesTheDensityOfWater) {
   const TKL::MessageCapture capture;
   const TKL::LinearSpline Psi = prepare("FUNCTION = lgDl(Theta_l)\n0 0.1 0.3\n-9 -8 -7\n").transport.Psi;
