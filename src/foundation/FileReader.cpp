@@ -1,8 +1,10 @@
 #include "foundation/FileReader.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
@@ -12,10 +14,12 @@ namespace TKL {
 
 namespace {
 
-/// Opens a file for reading; a directory counts as one that cannot be opened.
+/// Opens a file for reading. A directory counts as one that cannot be opened, and so does a character device,
+/// which may never come to an end.
 std::ifstream openFile(const Path& file) {
   std::ifstream stream;
-  if (file.isDirectory()) {
+  std::error_code error;
+  if (file.isDirectory() || std::filesystem::is_character_file(file.str(), error)) {
     stream.setstate(std::ios::failbit);
   } else {
     stream.open(file.str(), std::ios::binary);

@@ -42,6 +42,13 @@ TEST_F(FileReaderTest, valid_onlyForFilesThatCanBeOpened) {
   EXPECT_FALSE(FileReader(Path()).valid());
 }
 
+TEST_F(FileReaderTest, endlessDevice_cannotBeOpened) {
+  EXPECT_FALSE(FileReader("/dev/zero").valid());
+  Lines lines;
+  EXPECT_EQ(thrownBy([&] { FileReader("/dev/zero").readAll(lines); }),
+            (Thrown{"Cannot open input file: /dev/zero", "[FileReader::readFirst]"}));
+}
+
 TEST_F(FileReaderTest, lines_areCutAtLineFeedsOnly) {
   write("a\r\n\nb\n");
   EXPECT_EQ(read(), (Lines{"a\r", "", "b"}));
