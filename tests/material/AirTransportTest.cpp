@@ -125,6 +125,15 @@ TEST(AirTransportLimits, faultyTable_isWarnedAbout) {
     EXPECT_TRUE(capture.has(start + end, TKL::MSG_WARNING, "[AirTransport::checkLimits]", 2)) << end;
 }
 
+TEST(AirTransportLimits, tables_mayMissTheirEndsByAThousandth) {
+  const TKL::MessageCapture capture;
+  prepared({"KG = 0.5 s", "THETA_POR = 0.4 m3/m3"}, splineOf({0.0009, 0.3991}, {0.4991, 0.1}));
+  EXPECT_FALSE(capture.contains("invalid"));
+  prepared({"KG = 0.5 s", "THETA_POR = 0.4 m3/m3"}, splineOf({0.0011, 0.3989}, {0.4989, 0.1}));
+  for (const std::string text : {"should be zero!", "should be equal to 'THETA_POR'", "must match KG_DRY"})
+    EXPECT_TRUE(capture.contains(text)) << text;
+}
+
 TEST(AirTransportLimits, tests_areOneSided) {
   const TKL::MessageCapture capture;
   prepared({"KG = 0.5 s", "THETA_POR = 0.4 m3/m3"}, splineOf({-0.5, 0.9}, {0.5, 0.1}));

@@ -185,6 +185,7 @@ TEST(OlderModelLine, badNumber_isCountedFrom1) {
   EXPECT_TRUE(has(storageFailure("MODEL = GAUSS\n1 0.3 1\n"), "Error reading model parameter #4.", TAG));
   EXPECT_TRUE(has(storageFailure("MODEL = GAUSS\n1e9 0.3 1 1\n"), "Error reading model parameter #1.", TAG));
   EXPECT_TRUE(has(storageFailure("MODEL = GAUSS\n0.5 0.3 1 1\n"), "Error reading model parameter #1.", TAG));
+  EXPECT_TRUE(has(storageFailure("MODEL = GAUSS\n1.5 0.3 1 1\n"), "Error reading model parameter #1.", TAG));
   EXPECT_TRUE(has(storageFailure("MODEL = GAUSS\n"), "Error reading model parameter #1.", TAG));
 }
 

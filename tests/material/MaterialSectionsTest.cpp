@@ -272,6 +272,15 @@ TEST(MaterialCapabilities, air_movesVapourButNoLiquid) {
   EXPECT_EQ(material.transportCapabilities, 1 << Material::TC_HEAT | 1 << Material::TC_VAPOUR);
 }
 
+TEST(MaterialCapabilities, directionWithoutAirConductivity_closesAllDirections) {
+  const TKL::MessageCapture capture;
+  const Material material = materialOf(
+      "[STORAGE_BASE_PARAMETERS]\nTHETA_POR = 0.3 m3/m3\n[TRANSPORT_BASE_PARAMETERS]\nLAMBDA = 1 W/mK\n"
+      "LAMBDA_V = 1 W/mK\nKG = 1e-5 s\n[HEAT_TRANSPORT_V]\nFUNCTION = lambda(T)\n273 373\n1.5 2.5\n");
+  EXPECT_EQ(material.airTransport[0].kind, AirTransport::K_CONSTANT);
+  EXPECT_EQ(material.transportCapabilities, 1 << Material::TC_HEAT);
+}
+
 TEST(MaterialCapabilities, tightFlags_closeTheirFlow) {
   const TKL::MessageCapture capture;
   const Material material = materialOf(

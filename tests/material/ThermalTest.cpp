@@ -124,10 +124,10 @@ TEST(ThermalTransport, unknownDirection_isRefused) {
 TEST(ThermalTransport, normalisedMoistureCurve_isScaledWithPorosityAndLambda) {
   const TKL::MessageCapture capture;
   const ThermalTransport group =
-      prepared({"LAMBDA = 0.8 W/mK", "THETA_POR = 0.4 m3/m3", "THETA_EFF = 0.4 m3/m3"},
-               splineOf({0.0005, 0.9995}, {1.0005, 2}), NONE);
-  EXPECT_DOUBLE_EQ(group.functions[0].x.back(), 0.9995 * 0.4);
-  EXPECT_DOUBLE_EQ(group.functions[0].y.front(), 1.0005 * 0.8);
+      prepared({"LAMBDA = 0.8 W/mK", "THETA_POR = 0.4 m3/m3", "THETA_EFF = 0.3 m3/m3"},
+               splineOf({0.0009, 0.9991}, {1.0009, 2}), NONE);
+  EXPECT_DOUBLE_EQ(group.functions[0].x.back(), 0.9991 * 0.4);
+  EXPECT_DOUBLE_EQ(group.functions[0].y.front(), 1.0009 * 0.8);
   EXPECT_TRUE(capture.has("Denormalizing lambda(Theta_l) spline.\n", TKL::MSG_STANDARD,
                           "[ThermalTransport::denormalize]", 3));
 }
@@ -216,8 +216,12 @@ TEST(ThermalTransportLimits, valueNotAbove0_isWarnedAbout) {
   group.kind = ThermalTransport::K_CONSTANT;
   group.lambda = 0.0;
   group.checkLimits(base({}));
-  EXPECT_TRUE(
-      warnedOfThermal(capture, "Material 'Brick' has an invalid lambda dry-value (negativ or zero).\n"));
+  const std::string text = "Material 'Brick' has an invalid lambda dry-value (negativ or zero).\n";
+  EXPECT_TRUE(warnedOfThermal(capture, text));
+  group.kind = ThermalTransport::K_THETA_AND_T;
+  group.functions = {splineOf({0, 0.3}, {2, 2}), splineOf({273, 300}, {2, 2})};
+  group.checkLimits(base({}));
+  EXPECT_EQ(capture.count(text), 2);
 }
 
 }  // namespace MM
