@@ -7,6 +7,8 @@ from material_tables import checked, function_block, number, place_points, reten
 RHO_W = 1000.0  # [kg/m3]
 R_V = 8.314 / 0.018  # [J/kgK] with the constants that the benchmarks print
 T_RETENTION = 293.15  # [K]
+DRIEST_RH = 1e-4
+KELVIN = RHO_W * R_V * T_RETENTION  # [Pa]
 GRAVITY = 9.81  # [m/s2] turns suction heads into pressures
 D_VAPOUR = 26.1e-6  # [m2/s] diffusivity of vapour in air
 
@@ -102,6 +104,17 @@ def retention_table(name, content, w_sat):
     return points + [(LG_P_DRY, 0.0)]
 
 
+def sorption_table(name, content, w_sat):
+    """Points (relative humidity, Theta) of a retention curve w(p), by Kelvin's law at the temperature of the
+    retention; below `DRIEST_RH` they run straight to dryness."""
+    theta = lambda rh: content(-KELVIN * math.log(rh)) / RHO_W
+    tolerance = lambda x: RETENTION_TOLERANCE * w_sat / RHO_W
+    points = [(x, theta(x)) for x in place_points(theta, DRIEST_RH, 1.0, tolerance)]
+    worst = checked(name, theta, points, tolerance)
+    print(f"{name}: w(RH) {len(points) + 1} points, {worst:.2f} of the tolerance")
+    return [(0.0, 0.0)] + points
+
+
 def conductivity_table(name, lg, theta_eff, relative, label):
     """Points (Theta, log10 K) of a conductivity, the tolerance is a function of Theta."""
     tolerance = lambda theta: math.log10(1 + relative(theta))
@@ -126,7 +139,8 @@ def conductivity_over_suction(retention, lg_k):
 def make_tables(m):
     name, w_sat = m["file"], m["w_sat"]
     theta_eff = w_sat / RHO_W
-    tables = {"retention": retention_table(name, m["content"], w_sat), "liquid_name": "lgKl(Theta_l)"}
+    retention = sorption_table if "sorption" in m else retention_table
+    tables = {"retention": retention(name, m["content"], w_sat), "liquid_name": "lgKl(Theta_l)"}
     ends = (0.0, theta_eff)
     if "D_w" in m:
         tables["liquid_name"] = "lgDl(Theta_l)"
@@ -158,10 +172,15 @@ def make_tables(m):
 # ---------------------------------------------------------------------------------------------- files
 
 
+def storage_text(m, points):
+    if "sorption" in m:
+        return function_block("Theta_l(RH)", points)
+    inverse = [(theta, x) for x, theta in reversed(points)]
+    return function_block("Theta_l(pC)_de", points) + "\n" + function_block("pC(Theta_l)_de", inverse)
+
+
 def material_text(m, tables):
     notes = "".join(f"; {line}\n" for line in m["notes"])
-    storage = tables["retention"]
-    inverse = [(theta, x) for x, theta in reversed(storage)]
     theta_eff = number(m["w_sat"] / RHO_W)
     return f"""V6MARLZ! 006.000
 
@@ -187,8 +206,7 @@ THETA_EFF = {theta_eff} m3/m3
 LAMBDA = {number(m["lambda"][0])} W/mK
 {f'MEW = {number(m["mu"])} -' if "mu" in m else ""}
 [MOISTURE_STORAGE]
-{function_block("Theta_l(pC)_de", storage)}
-{function_block("pC(Theta_l)_de", inverse)}
+{storage_text(m, tables["retention"])}
 [MOISTURE_TRANSPORT]
 {function_block(tables["liquid_name"], tables["liquid"])}
 {function_block("lgKv(Theta_l)", tables["vapour"])}
@@ -209,7 +227,8 @@ MATERIALS = [
         "comment": "Test material of EN 15026:2007, Annex A; not a product",
         "notes": [
             "Material of the benchmark of EN 15026:2007, Annex A; the load bearing material of HAMSTAD WP2 benchmark 1.",
-            "w = 146/(1 + (8e-8 p)^1.6)^0.375 kg/m3, p: suction in Pa.",
+            "w = 146/(1 + (8e-8 p)^1.6)^0.375 kg/m3, p: suction in Pa, which the standard takes from the humidity at",
+            "20 C whatever the temperature: a table over the relative humidity.",
             f"K = exp(-39.2619 {LN_K_QUINTIC} s,",
             "s = w - 73.",
             f"{VAPOUR_LAW}, mu = 200, p = 0.497, taken at T = 303.15 K: the moisture",
@@ -223,6 +242,7 @@ MATERIALS = [
         "c": 800,
         "lambda": (1.5, 15.8e-3),
         "w_sat": 146,
+        "sorption": True,
         "content": van_genuchten(146, [(1, 8e-8, 1.6, 0.375)]),
         "K": quintic(-39.2619, 73),
         "mu": 200,

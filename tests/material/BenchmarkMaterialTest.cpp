@@ -66,11 +66,11 @@ struct BenchMaterial {
   Material material;
 };
 
-void expectRetention(const BenchMaterial& bench, double wSat, const Curve& formula) {
+void expectRetention(const BenchMaterial& bench, double wSat, const Curve& formula, double driest = 1e10) {
   EXPECT_DOUBLE_EQ(bench.material.thetaEff(), wSat / RHO_WATER);
   EXPECT_LT(
       largestError(
-          logSpaced(NEAR_SATURATION, 1e10, BENCH_POINTS), [&](double p) { return bench.w(p); }, formula),
+          logSpaced(NEAR_SATURATION, driest, BENCH_POINTS), [&](double p) { return bench.w(p); }, formula),
       STORAGE_TOLERANCE * wSat);
   // The polynomial below 100 Pa and its joint with the curve up to 160 Pa.
   EXPECT_LT(largestError(
@@ -106,7 +106,9 @@ void expectHeat(const BenchMaterial& bench, double wSat, double capacity, double
 
 TEST(BenchmarkMaterial, en15026) {
   const BenchMaterial bench("EN15026_3001.m6");
-  expectRetention(bench, 146, [](double p) { return 146 / std::pow(1 + std::pow(8e-8 * p, 1.6), 0.375); });
+  // over the relative humidity, which is 1e-4 at 1.24e9 Pa
+  expectRetention(
+      bench, 146, [](double p) { return 146 / std::pow(1 + std::pow(8e-8 * p, 1.6), 0.375); }, 1.24e9);
   expectLiquid(bench, 146, K_TOLERANCE, [](double w) { return lnQuintic(-39.2619, w - 73); });
   expectVapour(bench, 146, 200, 0.497, 303.15);
   expectHeat(bench, 146, 1.824e6, 1.5, 15.8e-3);
