@@ -263,15 +263,24 @@ TEST_F(OutputWriterTest, timeIntegralOfAField_warns) {
   EXPECT_EQ("", records());
 }
 
-TEST_F(OutputWriterTest, saltField_warns) {
+TEST_F(OutputWriterTest, saltFields_warn) {
   bench.construction.balanceEquations.set(VelInit::B_SALT);
-  Format format = OutputBench::temperature();
-  format.quantity = Format::Q_SALTMOLAL;
-  files = {bench.field(format, {1})};
-  open();
-  writeAt(0.0);
-  EXPECT_TRUE(
-      capture.has("Field output format 'Molality' not yet implemented.\n", TKL::MSG_WARNING, WRITE_ID, -1));
+  const std::pair<Format::field_t, std::string> CASES[] = {
+      {Format::Q_SALT, "Salt mass density"},
+      {Format::Q_SALTMOLAL, "Molality"},
+      {Format::Q_SALTMOLNUM, "Mol number (with respect to REV)"},
+      {Format::Q_SOLUTION, "Solution mass density (with respect to REV)"}};
+  for (const auto& [quantity, name] : CASES) {
+    Format format = OutputBench::temperature();
+    format.quantity = quantity;
+    files = {bench.field(format, {1})};
+    open();
+    writeAt(0.0);
+    EXPECT_TRUE(capture.has("Field output format '" + name + "' not yet implemented.\n", TKL::MSG_WARNING,
+                            WRITE_ID, -1))
+        << name;
+    EXPECT_EQ("", records()) << name;
+  }
 }
 
 TEST_F(OutputWriterTest, fluxWithoutIntegrals_warns) {
