@@ -64,6 +64,12 @@ TEST(OverhygroscopicWater, isZeroInTightMaterials) {
   EXPECT_EQ(0.0, overhygroscopicWaterContent(MM::Material(), 0.02, 293.15, REFERENCE));
 }
 
+TEST(OverhygroscopicWater, countsInAMaterialThatIsTightForVapourAlone) {
+  MM::Material material = porousMaterial();
+  material.identification.flags = MM::MaterialIdentification::F_VAPOR_TIGHT;
+  EXPECT_NEAR(0.005, overhygroscopicWaterContent(material, 0.29, 293.15, REFERENCE), 1e-4);
+}
+
 TEST(LiquidMassFraction, isGramsOfWaterByKilogramsOfMaterial) {
   EXPECT_DOUBLE_EQ(1000.0 * 0.16 / 1600.0, liquidMassFraction(porousMaterial(), 0.16));
 }
