@@ -5,7 +5,6 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
-#include "keywords/KeywordList.h"
 #include "solver/RangeRestriction.h"
 
 namespace VELMORA_SOLVER {
@@ -53,24 +52,11 @@ bool BoundaryFluxes::acts(const VelBoundaryCond& condition) const {
   }
 }
 
-/// Conditions that act on the balances but have no formula in this version must not be dropped silently.
-void BoundaryFluxes::checkConditions(const VELMORA::CalculationData& data) const {
+void BoundaryFluxes::checkConditions(const VELMORA::CalculationData& data) {
   const char* const FUNC_ID = "[RightHandSide::checkConditions]";
-  for (const VelBoundaryCond& bc : data.boundaryConds) {
+  for (const VelBoundaryCond& bc : data.boundaryConds)
     if (bc.condition == VelBoundaryCond::NUM_C)
       throw TKL::Exception(TKL::FormatString("Boundary condition '%1' has no TYPE.").arg(bc.name), FUNC_ID);
-    const bool known =
-        (bc.condition == VelBoundaryCond::C_HEATCOND && bc.kind != VelBoundaryCond::K_HEATPIPE) ||
-        bc.condition == VelBoundaryCond::C_VAPDIFF || bc.condition == VelBoundaryCond::C_WATCONTC;
-    if (known || !acts(bc)) continue;
-    throw TKL::Exception(
-        TKL::FormatString("Boundary condition '%1': TYPE = %2%3 is not available in this version.")
-            .arg(bc.name)
-            .arg(VELMORA::KeywordList::Keyword("VelBoundaryCond::condition_t",
-                                               static_cast<unsigned>(bc.condition)))
-            .arg(bc.condition == VelBoundaryCond::C_HEATCOND ? " with KIND = HEATPIPE" : ""),
-        FUNC_ID);
-  }
 }
 
 void BoundaryFluxes::collect(const VELMORA::Side& side) {
@@ -89,6 +75,7 @@ void BoundaryFluxes::collect(const VELMORA::Side& side) {
     term.inward = outer.elementIsRight ? side.area : -side.area;
     term.invDistance = side.invDistance;
     term.y = element.y;
+    term.dz = element.dz;
     term.activeFrom = condition->startTime.isSet() ? condition->startTime.value : 0.0;
     term.activeUntil = condition->endTime.isSet() ? condition->endTime.value : NEVER;
     terms_.push_back(term);
@@ -121,6 +108,12 @@ void BoundaryFluxes::apply(const Term& term, double t) {
       return heatConduction(term);
     case VelBoundaryCond::C_VAPDIFF:
       return vapourDiffusion(term);
+    case VelBoundaryCond::C_RAIN:
+      return rain(term);
+    case VelBoundaryCond::C_SHWRAD:
+      return shortWaveRadiation(term, t);
+    case VelBoundaryCond::C_LOWRAD:
+      return longWaveRadiation(term);
     default:
       return waterContact(term, t);
   }

@@ -17,7 +17,7 @@ namespace VELMORA_SOLVER {
 class BoundaryFluxes {
  public:
   /// All arguments must live as long as this object; `data` must keep its vectors.
-  /// @throws TKL::Exception for a condition that acts on the balance equations and has no formula yet
+  /// @throws TKL::Exception for a condition without a quantity
   BoundaryFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
                  const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records);
 
@@ -34,6 +34,7 @@ class BoundaryFluxes {
     double inward = 0.0;       ///< area with the sign that turns a density into the element into a flow [m2]
     double invDistance = 0.0;  ///< [1/m]
     double y = 0.0;            ///< [m] height of the element's centre
+    double dz = 0.0;           ///< [m] thickness of the element
     double activeFrom = 0.0;   ///< [s]
     double activeUntil = 0.0;  ///< [s]
   };
@@ -45,14 +46,20 @@ class BoundaryFluxes {
     bool elementIsRight = false;
   };
 
-  void checkConditions(const VELMORA::CalculationData& data) const;
+  static void checkConditions(const VELMORA::CalculationData& data);
   void collect(const VELMORA::Side& side);
   bool acts(const VELMORA::VelBoundaryCond& condition) const;
   void apply(const Term& term, double t);
   void heatConduction(const Term& term);
+  double heatPipe(const Term& term) const;
   void vapourDiffusion(const Term& term);
   void waterContact(const Term& term, double t);
   double waterContactDensity(const Term& term, double pressure) const;
+  void rain(const Term& term);
+  double absorbingCapacity(const Term& term) const;
+  void shortWaveRadiation(const Term& term, double t);
+  void longWaveRadiation(const Term& term);
+  double calculateGlobalRad(const VELMORA::VelBoundaryCond& bc, double t) const;
   void limitOverfilling(const OuterSide& side);
 
   const ModelSettings& settings_;

@@ -7,6 +7,7 @@
 #include "foundation/Message.h"
 #include "foundation/PhysicalConstants.h"
 #include "foundation/SmoothStep.h"
+#include "solver/BoundaryClimate.h"
 #include "solver/BoundaryFluxes.h"
 
 namespace VELMORA_SOLVER {
@@ -21,11 +22,6 @@ constexpr double SURFACE_COEFFICIENT = 10000.0;  // [W/m2K] a given surface temp
 const char* const HEAT_ID = "[VelmoraCvodeSolver::boundaryFluxHeatConduction]";
 const char* const VAPOUR_ID = "[VelmoraCvodeSolver::boundaryFluxVapourDiffusion]";
 const char* const WATER_ID = "[VelmoraCvodeSolver::boundaryFluxWaterContact]";
-
-/// Current value of a climate condition that a boundary condition needs.
-double clim(const VelBoundaryCond& bc, VelClimateCond::condition_t quantity, const char* functionId) {
-  return bc.requireClimate(quantity, functionId).currentValue;
-}
 
 /// Exchange coefficient that grows with the velocity of the air, an unset exponent meaning in proportion.
 double withWind(const VelBoundaryCond& bc, double stillAir, double slope, const char* functionId) {
@@ -101,12 +97,30 @@ void BoundaryFluxes::heatConduction(const Term& term) {
     case VelBoundaryCond::K_EXCHANGE_VEL:
       q = (clim(bc, VelClimateCond::C_TEMPER, HEAT_ID) - T) * heatCoefficient(bc);
       break;
+    case VelBoundaryCond::K_HEATPIPE:
+      q = heatPipe(term);
+      break;
     default:
       throw std::runtime_error(
           "[VelmoraCvodeSolver::boundaryFluxHeatConduction]  Invalid kind type of the boundary condition '" +
           bc.name + "'");
   }
   records_.heatFlux[term.side][VELMORA::HF_CONDUCTION] = q * term.inward;
+}
+
+/// Heat [W/m2] from a pipe, by the element's share of its surface.
+double BoundaryFluxes::heatPipe(const Term& term) const {
+  const VelBoundaryCond& bc = *term.condition;
+  const VELMORA::HeatPipe& pipe = bc.heatPipe;
+  const double* share = pipe.share(static_cast<int>(term.element));
+  if (share == nullptr)
+    throw std::runtime_error(
+        "[VelmoraCvodeSolver::boundaryFluxHeatConduction]  angle ration map in heat pipemodel in boundary "
+        "condition '" +
+        bc.name + "'");
+  const double exchange =
+      (pipe.supplyTemperature - state_.T[term.element]) * pipe.massFlowCapacity * pipe.efficiency;
+  return (exchange + pipe.thermalPower) * *share / (pipe.length * std::fabs(term.inward) / term.dz);
 }
 
 /// Vapour [kg/m2s] and the enthalpy that it carries.

@@ -102,6 +102,7 @@ int RightHandSide::calculateFluxesAndSources(double t, const double* y) {
   updateClimate(t);
   const int code = extractStateVariables(t, y);
   if (code != 0) return code;
+  for (auto& condition : data_.boundaryConds) condition.update(state.T);
   if (nInternalBoundarySides_ > 0) reportInternalBoundaryConditions();
   fieldFluxes_.calculate();
   boundaryFluxes_.calculate(t);
