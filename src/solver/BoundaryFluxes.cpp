@@ -1,7 +1,5 @@
 #include "solver/BoundaryFluxes.h"
 
-#include <cmath>
-
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
@@ -10,18 +8,6 @@
 namespace VELMORA_SOLVER {
 
 using VELMORA::VelBoundaryCond;
-
-namespace {
-
-constexpr double ACTIVITY_MARGIN = 1e-10;  // [s]
-constexpr double NEVER = 1e300;            // [s]
-
-bool isActive(double from, double until, double t) {
-  return (from <= t || std::fabs(from - t) <= ACTIVITY_MARGIN) &&
-         (t <= until || std::fabs(until - t) <= ACTIVITY_MARGIN);
-}
-
-}  // namespace
 
 BoundaryFluxes::BoundaryFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
                                const std::vector<ElementTraits>& traits, const SolverState& state,
@@ -76,8 +62,7 @@ void BoundaryFluxes::collect(const VELMORA::Side& side) {
     term.invDistance = side.invDistance;
     term.y = element.y;
     term.dz = element.dz;
-    term.activeFrom = condition->startTime.isSet() ? condition->startTime.value : 0.0;
-    term.activeUntil = condition->endTime.isSet() ? condition->endTime.value : NEVER;
+    term.window = ActivityWindow(condition->startTime, condition->endTime);
     terms_.push_back(term);
   }
 }
@@ -90,7 +75,7 @@ void BoundaryFluxes::calculate(double t) {
     records_.additionalFlux.clear(side.number);
   }
   for (const Term& term : terms_)
-    if (isActive(term.activeFrom, term.activeUntil, t)) apply(term, t);
+    if (term.window.contains(t)) apply(term, t);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
   const bool energy = settings_.equations.has(BE_ENERGY);
   for (const OuterSide& side : sides_) {

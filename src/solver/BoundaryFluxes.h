@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "project/CalculationData.h"
+#include "solver/ActivityWindow.h"
 #include "solver/ElementTraits.h"
 #include "solver/FluxRecords.h"
 #include "solver/ModelSettings.h"
@@ -35,8 +36,7 @@ class BoundaryFluxes {
     double invDistance = 0.0;  ///< [1/m]
     double y = 0.0;            ///< [m] height of the element's centre
     double dz = 0.0;           ///< [m] thickness of the element
-    double activeFrom = 0.0;   ///< [s]
-    double activeUntil = 0.0;  ///< [s]
+    ActivityWindow window;
   };
 
   /// One outer side and the element at it.

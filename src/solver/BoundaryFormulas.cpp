@@ -153,7 +153,7 @@ void BoundaryFluxes::waterContact(const Term& term, double t) {
         if (p < 0.0) return;  // the water stands below the element
       }
       q = waterContactDensity(term, p);
-      const double sinceStart = t - term.activeFrom;
+      const double sinceStart = t - term.window.from;
       if (sinceStart < RAMP) q *= TKL::smoothStep(sinceStart * 0.5);
       break;
     }

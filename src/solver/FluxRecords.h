@@ -44,6 +44,10 @@ struct FluxRecords {
   RecordArray additionalFlux;  ///< per side, for outputs only [kg/s]
   RecordArray heatSource;      ///< per element [W/m3]
   RecordArray moistureSource;  ///< per element [kg/(m3 s)]
+
+  // For outputs only, per element: enthalpy of air that flows through [W/m2].
+  std::vector<double> airFlowEnthalpyIn;
+  std::vector<double> airFlowEnthalpyOut;
 };
 
 }  // namespace VELMORA_SOLVER

@@ -3,13 +3,11 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
-#include "keywords/KeywordList.h"
 
 namespace VELMORA_SOLVER {
 
 using VELMORA::Element;
 using VELMORA::Side;
-using VELMORA::VelFieldCond;
 
 namespace {
 
@@ -29,9 +27,9 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
       traits_(elementTraits(data.elements, settings)),
       decomposition_(settings_, traits_, state),
       fieldFluxes_(data, settings_, traits_, state, records),
-      boundaryFluxes_(data, settings_, traits_, state, records) {
+      boundaryFluxes_(data, settings_, traits_, state, records),
+      sources_(data, settings_, traits_, state, records) {
   checkSettings();
-  checkFieldConditions();
   const std::size_t nSides = data_.sides.size();
   const std::size_t nElements = data_.elements.size();
   state.resize(nElements);
@@ -41,6 +39,8 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
   records.additionalFlux = RecordArray(nSides, VELMORA::NUM_AF);
   records.heatSource = RecordArray(nElements, VELMORA::NUM_HS);
   records.moistureSource = RecordArray(nElements, VELMORA::NUM_MS);
+  records.airFlowEnthalpyIn.assign(nElements, 0.0);
+  records.airFlowEnthalpyOut.assign(nElements, 0.0);
   for (const Element& e : data_.elements) {
     if (e.material != nullptr) state.rhoCDry[index(e.number)] = e.material->rhoCDry();
     sideNumbers_.push_back(
@@ -60,28 +60,6 @@ void RightHandSide::checkSettings() const {
         "This version of the solver calculates energy and moisture balances (BALANCE_EQUATIONS = ENERGY "
         "MOISTURE, or one of them). Ice, air and pollutant balances are not available yet.",
         FUNC_ID);
-}
-
-/// Conditions that act on the balances but have no formula in this version must not be dropped silently;
-/// those that never act on them are ignored.
-void RightHandSide::checkFieldConditions() const {
-  const char* const FUNC_ID = "[RightHandSide::checkConditions]";
-  const bool energyOnly = !settings_.equations.has(BE_MOISTURE);
-  for (const VelFieldCond& fc : data_.fieldConds) {
-    const bool pollutant = fc.condition == VelFieldCond::C_VOCSOURCE ||
-                           fc.condition == VelFieldCond::C_VOCADSORPTION ||
-                           fc.condition == VelFieldCond::C_VOCCHEMISORPTION;
-    const bool water = fc.condition == VelFieldCond::C_WATSOURCE ||
-                       fc.condition == VelFieldCond::C_REMWATSOUR ||
-                       fc.condition == VelFieldCond::C_REMWATSINK;
-    if (pollutant || (water && energyOnly)) continue;
-    throw TKL::Exception(
-        TKL::FormatString("Field condition '%1': TYPE = %2 is not available in this version.")
-            .arg(fc.name)
-            .arg(VELMORA::KeywordList::Keyword("VelFieldCond::condition_t",
-                                               static_cast<unsigned>(fc.condition))),
-        FUNC_ID);
-  }
 }
 
 void RightHandSide::updateClimate(double t) {
@@ -106,8 +84,7 @@ int RightHandSide::calculateFluxesAndSources(double t, const double* y) {
   if (nInternalBoundarySides_ > 0) reportInternalBoundaryConditions();
   fieldFluxes_.calculate();
   boundaryFluxes_.calculate(t);
-  records.heatSource.clear();
-  records.moistureSource.clear();
+  sources_.calculate(t);
   return 0;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <vector>
 
 #include "project/CalculationData.h"
@@ -12,6 +11,7 @@
 #include "solver/Integrator.h"
 #include "solver/ModelSettings.h"
 #include "solver/SolverState.h"
+#include "solver/Sources.h"
 
 namespace VELMORA_SOLVER {
 
@@ -54,7 +54,6 @@ class RightHandSide : public OdeSystem {
   };
 
   void checkSettings() const;
-  void checkFieldConditions() const;
   void reportInternalBoundaryConditions() const;
   int extractStateVariables(double t, const double* y);
   bool takeState(std::size_t element, const double* y);
@@ -66,6 +65,7 @@ class RightHandSide : public OdeSystem {
   Decomposition decomposition_;
   FieldFluxes fieldFluxes_;
   BoundaryFluxes boundaryFluxes_;
+  Sources sources_;
   std::vector<SideNumbers> sideNumbers_;  ///< by element
   std::vector<double> invVolume_;         ///< [1/m3] by element
   int nInternalBoundarySides_ = 0;        ///< inner sides with a boundary condition, which is ignored

@@ -222,6 +222,8 @@ void VelmoraCvodeSolver::writeOutput(double time) {
   source.U = state.U;
   source.heatSource = view(records.heatSource);
   source.heatFlux = view(records.heatFlux);
+  source.airFlowEnthalpyIn = records.airFlowEnthalpyIn;
+  source.airFlowEnthalpyOut = records.airFlowEnthalpyOut;
   source.heatFluxSum = view(stepSums_.heatFlux);
   if (equations_.has(BE_MOISTURE)) {
     source.mw = state.mw;

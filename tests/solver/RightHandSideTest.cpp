@@ -231,13 +231,13 @@ TEST_F(RightHandSideTest, conditionWithoutQuantity_isRefused) {
             (TKL::Thrown{"Boundary condition 'Film' has no TYPE.", "[RightHandSide::checkConditions]"}));
 }
 
-TEST_F(RightHandSideTest, heatSource_isRefused) {
+TEST_F(RightHandSideTest, modelOfConvection_isRefused) {
   setUp();
   data.fieldConds.emplace_back();
-  data.fieldConds.back().name = "Stove";
-  data.fieldConds.back().condition = VELMORA::VelFieldCond::C_ENESOURCE;
+  data.fieldConds.back().name = "Gap";
+  data.fieldConds.back().condition = VELMORA::VelFieldCond::C_GAS_CONVECTION;
   EXPECT_EQ(TKL::thrownBy([&] { build(); }),
-            (TKL::Thrown{"Field condition 'Stove': TYPE = ENESOURCE is not available in this version.",
+            (TKL::Thrown{"Field condition 'Gap': TYPE = GAS_CONVECTION is not available in this version.",
                          "[RightHandSide::checkConditions]"}));
 }
 

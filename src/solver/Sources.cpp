@@ -1,0 +1,99 @@
+#include "solver/Sources.h"
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
+#include "keywords/KeywordList.h"
+
+namespace VELMORA_SOLVER {
+
+using VELMORA::Element;
+using VELMORA::VelFieldCond;
+
+Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
+                 const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records)
+    : data_(data), settings_(settings), traits_(traits), state_(state), records_(records) {
+  checkConditions();
+  for (const Element& element : data_.elements)
+    for (const VelFieldCond* condition : element.fieldConds) {
+      Term term;
+      term.condition = condition;
+      term.element = &element;
+      term.number = static_cast<std::size_t>(element.number);
+      term.window = ActivityWindow(condition->startTime, condition->endTime);
+      terms_.push_back(term);
+    }
+}
+
+/// Conditions that act on the balances but have no formula in this version must not be dropped silently.
+void Sources::checkConditions() const {
+  const char* const FUNC_ID = "[RightHandSide::checkConditions]";
+  for (const VelFieldCond& fc : data_.fieldConds) {
+    const bool model = fc.condition == VelFieldCond::C_GAS_CONVECTION ||
+                       fc.condition == VelFieldCond::C_CONVECTIVE_SOURCE ||
+                       fc.condition == VelFieldCond::C_AMBIENTRADIATION;
+    if (!model) continue;
+    throw TKL::Exception(
+        TKL::FormatString("Field condition '%1': TYPE = %2 is not available in this version.")
+            .arg(fc.name)
+            .arg(VELMORA::KeywordList::Keyword("VelFieldCond::condition_t",
+                                               static_cast<unsigned>(fc.condition))),
+        FUNC_ID);
+  }
+}
+
+void Sources::calculate(double t) {
+  records_.heatSource.clear();
+  records_.moistureSource.clear();
+  if (terms_.empty()) return;
+  updateConditions();
+  const bool energy = settings_.equations.has(BE_ENERGY);
+  const bool moisture = settings_.equations.has(BE_MOISTURE);
+  for (const Term& term : terms_) {
+    if (!term.window.contains(t)) continue;
+    if (energy) heatSource(term);
+    if (!moisture) continue;
+    const MoistureSource source = moistureSource(term);
+    records_.moistureSource[term.number][VELMORA::MS_MOISTURE] += source.mass;
+    if (energy) records_.heatSource[term.number][VELMORA::HS_MOISTURE_ENTHALPY] += source.energy;
+  }
+  // An exchange across a gap writes to two elements, so the sums come last.
+  for (std::size_t e = 0; e < data_.elements.size(); ++e) {
+    if (energy) records_.heatSource.sum(e);
+    if (moisture) records_.moistureSource.sum(e);
+  }
+}
+
+/// Means over the elements of every condition, before the first source needs those of another.
+void Sources::updateConditions() {
+  for (VelFieldCond& condition : data_.fieldConds) {
+    condition.meanTemperature =
+        condition.volumeMean(data_.elements, [this](std::size_t e) { return state_.T[e]; });
+    condition.meanSaturation =
+        condition.volumeMean(data_.elements, [this](std::size_t e) { return saturation(e); });
+  }
+}
+
+/// Moisture content by effective saturation [-], 0 for a material that has none.
+double Sources::saturation(std::size_t element) const {
+  const double thetaEff = traits_[element].material->thetaEff();
+  return thetaEff > 0.0 ? state_.Theta[element] / thetaEff : 0.0;
+}
+
+/// The flow runs in the direction of `FLOW_DIRECTION`: to the left, right, top or bottom.
+Sources::Upstream Sources::upstream(const Term& term) {
+  const Element& e = *term.element;
+  const VELMORA::Side* side = nullptr;
+  const auto direction = static_cast<int>(term.condition->para[VelFieldCond::P_FLOW_DIRECTION].value);
+  const bool alongX = direction == 0 || direction == 1;
+  const bool fromRightOrBelow = direction == 0 || direction == 2;
+  if (alongX)
+    side = fromRightOrBelow ? e.sideRight : e.sideLeft;
+  else
+    side = fromRightOrBelow ? e.sideBottom : e.sideTop;
+  Upstream result;
+  result.length = alongX ? e.dx : e.dy;
+  if (side != nullptr) result.element = fromRightOrBelow ? side->elementRight : side->elementLeft;
+  return result;
+}
+
+}  // namespace VELMORA_SOLVER
