@@ -20,7 +20,8 @@ double inYear(double t) {
 /// Where the sun stands; all angles by their sine.
 struct Sun {
   double sinAltitude = 0.0;
-  double sinAzimuth = 0.0;  ///< from the south, east is positive before noon
+  double cosAltitude = 0.0;
+  double sinAzimuth = 0.0;  ///< positive in the east; 0 with the sun in the zenith
   double southSign = 1.0;   ///< -1 where the sine of the azimuth falls in time
 };
 
@@ -34,6 +35,8 @@ Sun sunAt(double latitude, double day) {
   sun.sinAltitude = sd * sl - cd * cl * std::cos(hour);
   const double h = sun.sinAltitude;
   const double q = std::sqrt(std::max(1.0 - h * h, 0.0));
+  sun.cosAltitude = q;
+  if (q == 0.0) return sun;
   sun.sinAzimuth = cd * std::sin(hour) / q;
   const double k = OBLIQUITY * 2.0 * PI / 365.0;
   const double rate =
@@ -74,7 +77,7 @@ double directRadiationRatio(double inclination, double orientation, double latit
   const double facing =
       sun.southSign * cosAzimuth * std::cos(orientation) + sun.sinAzimuth * std::sin(orientation);
   if (sun.sinAltitude == 0.0) return facing > 0.0 ? LARGEST_RATIO : 0.0;
-  const double c = facing / sun.sinAltitude * std::sqrt(1.0 - sun.sinAltitude * sun.sinAltitude);
+  const double c = facing / sun.sinAltitude * sun.cosAltitude;
   return std::clamp(std::sin(inclination) * c + std::cos(inclination), 0.0, LARGEST_RATIO);
 }
 
