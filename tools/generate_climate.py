@@ -11,6 +11,9 @@ writes
   - deviations from day to day: a first order autoregressive process.
 * germany_indoor_temperature.ccd: temperature of a room in that climate, after EN 15026, annex C:
   20 C while the daily mean outdoors is below 10 C, 25 C while it is above 20 C, linear in between.
+* germany_relative_humidity.ccd, germany_air_pressure.ccd, germany_wind_velocity.ccd, germany_wind_direction.ccd,
+  germany_cloud_cover.ccd, germany_sky_radiation.ccd, germany_direct_radiation.ccd, germany_diffuse_radiation.ccd,
+  germany_rain.ccd: the weather that goes with the temperature, see weather_year.py.
 
 The year has 365 days and closes: the value of its last point equals that of its first. The series are
 synthetic; they have the mean and the variability of the climate but are no record of any place or year.
@@ -18,16 +21,15 @@ synthetic; they have the mean and the variability of the climate but are no reco
 Monthly means: area mean of the air temperature in Germany, reference period 1991-2020, as quoted by
 Deutscher Wetterdienst (DWD) in its monthly press releases "Deutschlandwetter" of 2023; mean of the year
 9.3 C. The other figures are round values chosen for Central European lowlands.
-
-The random numbers come from a generator of this file, so that every version of Python writes the same
-bytes.
 """
 
 import argparse
 import math
 import pathlib
 
-MONTH_DAYS = (31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31)
+from weather_year import weather_year
+from year_courses import DAYS, HOURS, Random, annual_course, day_to_hours, monthly_averages
+
 MONTHLY_MEANS = (0.9, 1.5, 4.6, 9.0, 13.1, 16.4, 18.3, 18.0, 13.8, 9.4, 4.8, 1.8)  # [C]
 
 # Half the difference between the highest and lowest temperature of an average day [K].
@@ -40,89 +42,7 @@ CORRELATION = 0.78
 # A day's amplitude may be smaller (overcast) or larger (clear) than the average by this share.
 AMPLITUDE_SPREAD = 0.5
 
-DAYS = sum(MONTH_DAYS)
-HOURS = 24 * DAYS
 SEED = 19910101
-
-
-class Random:
-    """Linear congruential generator modulo 2^64; the upper half of the state is used."""
-
-    def __init__(self, seed):
-        self.state = seed
-
-    def uniform(self):
-        """Uniformly distributed in 0..1."""
-        self.state = (6364136223846793005 * self.state + 1442695040888963407) % 2**64
-        return (self.state >> 32) / 2**32
-
-    def normal(self):
-        """Mean 0, variance 1: the sum of twelve uniform numbers, near enough to a normal distribution."""
-        return sum(self.uniform() for _ in range(12)) - 6.0
-
-
-def month_starts():
-    """First hour of each month, and the hour after the year."""
-    starts = [0]
-    for days in MONTH_DAYS:
-        starts.append(starts[-1] + 24 * days)
-    return starts
-
-
-def monthly_averages(series):
-    starts = month_starts()
-    return [sum(series[a:b]) / (b - a) for a, b in zip(starts, starts[1:])]
-
-
-def periodic_line(nodes, values, hour):
-    """Linear interpolation between the nodes (hours of the year), across the end of the year."""
-    n = len(nodes)
-    right = next((i for i in range(n) if nodes[i] > hour), n)
-    left_hour = nodes[right - 1] - (HOURS if right == 0 else 0)
-    right_hour = nodes[right % n] + (HOURS if right == n else 0)
-    share = (hour - left_hour) / (right_hour - left_hour)
-    return (1.0 - share) * values[right - 1] + share * values[right % n]
-
-
-def solve(matrix, right_side):
-    """Gaussian elimination with the largest pivot of the column."""
-    rows = [list(row) + [value] for row, value in zip(matrix, right_side)]
-    n = len(rows)
-    for column in range(n):
-        pivot = max(range(column, n), key=lambda r: abs(rows[r][column]))
-        rows[column], rows[pivot] = rows[pivot], rows[column]
-        for r in range(column + 1, n):
-            factor = rows[r][column] / rows[column][column]
-            rows[r] = [a - factor * b for a, b in zip(rows[r], rows[column])]
-    result = [0.0] * n
-    for r in reversed(range(n)):
-        known = sum(rows[r][c] * result[c] for c in range(r + 1, n))
-        result[r] = (rows[r][n] - known) / rows[r][r]
-    return result
-
-
-def annual_course(means):
-    """Hourly course, linear between the middles of the months, that has the given monthly means."""
-    starts = month_starts()
-    nodes = [(a + b) / 2 for a, b in zip(starts, starts[1:])]
-    months = len(means)
-    units = [[1.0 if i == j else 0.0 for i in range(months)] for j in range(months)]
-    shapes = [[periodic_line(nodes, unit, hour) for hour in range(HOURS)] for unit in units]
-    averages = [monthly_averages(shape) for shape in shapes]
-    matrix = [[averages[j][i] for j in range(months)] for i in range(months)]
-    weights = solve(matrix, means)
-    return [periodic_line(nodes, weights, hour) for hour in range(HOURS)]
-
-
-def day_to_hours(values):
-    """Hourly course of daily values that hold at noon."""
-    course = []
-    for hour in range(HOURS):
-        position = (hour - 12) / 24
-        day = math.floor(position)
-        share = position - day
-        course.append((1.0 - share) * values[day % DAYS] + share * values[(day + 1) % DAYS])
-    return course
 
 
 def daily_deviations(random):
@@ -151,17 +71,17 @@ def daily_shape():
 
 
 def outdoor_temperature():
+    """Hourly temperature [C]; the deviations [K] and the clearness of the days that it is made of."""
     random = Random(SEED)
     annual = annual_course(MONTHLY_MEANS)
-    deviations = day_to_hours(daily_deviations(random))
+    deviations = daily_deviations(random)
+    clearness = [1.0 + AMPLITUDE_SPREAD * (2.0 * random.uniform() - 1.0) for _ in range(DAYS)]
+    course, range_factor = day_to_hours(deviations), day_to_hours(clearness)
     amplitudes = annual_course(DAILY_AMPLITUDES)
-    clearness = day_to_hours(
-        [1.0 + AMPLITUDE_SPREAD * (2.0 * random.uniform() - 1.0) for _ in range(DAYS)]
-    )
     shape = daily_shape()
-    weather = [deviations[h] + amplitudes[h] * clearness[h] * shape[h % 24] for h in range(HOURS)]
+    weather = [course[h] + amplitudes[h] * range_factor[h] * shape[h % 24] for h in range(HOURS)]
     surplus = annual_course(monthly_averages(weather))
-    return [annual[h] + weather[h] - surplus[h] for h in range(HOURS)]
+    return [annual[h] + weather[h] - surplus[h] for h in range(HOURS)], deviations, clearness
 
 
 def indoor_temperature(outdoor):
@@ -170,11 +90,41 @@ def indoor_temperature(outdoor):
     return day_to_hours([20.0 + 5.0 * min(max((mean - 10.0) / 10.0, 0.0), 1.0) for mean in means])
 
 
-def write_ccd(path, comment, series):
-    lines = ["# " + line for line in comment] + ["TEMPER C", ""]
-    for hour in range(HOURS + 1):
-        lines.append(f"{hour // 24} {hour % 24:02d}:00:00 {series[hour % HOURS]:.2f}")
+def write_ccd(path, comment, series, quantity="TEMPER C", decimals=2, is_mean=False):
+    """Values at the full hours; means over the hour in its middle, half an hour before the first full hour."""
+    lines = ["# " + line for line in comment] + [quantity, ""]
+    if is_mean:
+        # the mean of the first and the last value closes the year and keeps its sum
+        edge = (series[0] + series[-1]) / 2
+        lines.append(f"0 00:00:00 {edge:.{decimals}f}")
+        lines += [f"{hour // 24} {hour % 24:02d}:30:00 {series[hour]:.{decimals}f}" for hour in range(HOURS)]
+        lines.append(f"{DAYS} 00:00:00 {edge:.{decimals}f}")
+    else:
+        for hour in range(HOURS + 1):
+            lines.append(f"{hour // 24} {hour % 24:02d}:00:00 {series[hour % HOURS]:.{decimals}f}")
     path.write_bytes(("\n".join(lines) + "\n").encode("ascii"))
+
+
+def write_weather(directory, weather):
+    """The files of the weather: name, what it is, quantity and unit, series, decimals, whether it is a mean."""
+    files = (
+        ("relative_humidity", "relative humidity", "RELHUM %", [100.0 * v for v in weather.humidity], 1, False),
+        ("air_pressure", "air pressure", "GASPRESS Pa", weather.pressure, 0, False),
+        ("wind_velocity", "wind velocity", "WINDVEL m/s", weather.wind_velocity, 1, False),
+        ("wind_direction", "wind direction (from)", "WINDDIR Deg", weather.wind_direction, 0, False),
+        ("cloud_cover", "cloud cover", "CLOUDCOV 1/10", [10.0 * v for v in weather.cloud], 1, False),
+        ("sky_radiation", "long-wave radiation of the sky", "SKYEMISS W/m2", weather.sky, 1, False),
+        ("direct_radiation", "direct radiation on the horizontal plane", "DIRRAD W/m2", weather.direct, 1, True),
+        ("diffuse_radiation", "diffuse radiation on the horizontal plane", "DIFRAD W/m2", weather.diffuse, 1, True),
+        ("rain", "rain on the horizontal plane", "HORRAIN l/m2h", weather.rain, 2, True),
+    )
+    for name, title, quantity, series, decimals, is_mean in files:
+        times = "means at mid-hour" if is_mean else "values at the full hour"
+        comment = (
+            f"Synthetic {title} that goes with germany_temperature.ccd: hourly,",
+            f"{times}, latitude 51 Deg, longitude 10 Deg, time zone 1 h, written by tools/generate_climate.py.",
+        )
+        write_ccd(directory / f"germany_{name}.ccd", comment, series, quantity, decimals, is_mean)
 
 
 def main():
@@ -184,7 +134,7 @@ def main():
     directory = parser.parse_args().directory
     directory.mkdir(parents=True, exist_ok=True)
 
-    outdoor = outdoor_temperature()
+    outdoor, deviations, clearness = outdoor_temperature()
     write_ccd(
         directory / "germany_temperature.ccd",
         (
@@ -201,6 +151,7 @@ def main():
         ),
         indoor_temperature(outdoor),
     )
+    write_weather(directory, weather_year(outdoor, deviations, clearness))
 
 
 if __name__ == "__main__":
