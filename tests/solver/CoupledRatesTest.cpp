@@ -7,6 +7,7 @@
 #include "solver/MoistBench.h"
 #include "solver/RightHandSide.h"
 #include "solver/SolverProject.h"
+#include "support/AllocationCounter.h"
 
 namespace VELMORA_SOLVER {
 
@@ -214,6 +215,16 @@ TEST_F(CoupledRatesTest, exchangeWithHumidAir_entersBothBalances) {
   const double Q = heat(middle())[VELMORA::HF_SUM] + (2050.0 * 300.0 + 3080000.0) * in;
   EXPECT_NEAR(ydot[3], m / CELL_VOLUME[1], 1e-12 * ydot[3]);
   EXPECT_NEAR(ydot[2], Q / CELL_VOLUME[1], 1e-12 * ydot[2]);
+}
+
+TEST_F(CoupledRatesTest, evaluation_doesNotAllocate) {
+  if (!COUNTS_ALLOCATIONS) GTEST_SKIP();
+  build();
+  ASSERT_EQ(calculate(), 0);
+  for (double& value : y) value *= 1.001;
+  const std::size_t before = allocationCount();
+  calculate(1.0);
+  EXPECT_EQ(allocationCount(), before);
 }
 
 TEST_F(MoistureRatesTest, state_isTheMoistureOfEachElement) {

@@ -181,13 +181,16 @@ TEST_F(OverfillTest, factor_isSmooth) {
 }
 
 TEST_F(OverfillTest, fullElement_takesNothing) {
-  for (const double room : {0.0, -5.0}) {
-    limit(room);
-    EXPECT_EQ(moisture[MF_SUM], 0.0);
-    EXPECT_EQ(moisture[MF_LIQUID], 0.0);
-    EXPECT_EQ(heat[HF_LIQUID], 0.0);
-    EXPECT_EQ(heat[HF_VAPOUR_DIFFUSION], 0.0);
-  }
+  limit(0.0);
+  for (const double flow : moisture) EXPECT_EQ(flow, 0.0);
+  EXPECT_EQ(heat[HF_LIQUID], 0.0);
+  EXPECT_EQ(heat[HF_VAPOUR_DIFFUSION], 0.0);
+}
+
+TEST_F(OverfillTest, overfullElement_takesNothing) {
+  limit(-0.1);
+  for (const double flow : moisture) EXPECT_EQ(flow, 0.0);
+  EXPECT_EQ(heat[HF_LIQUID], 0.0);
 }
 
 TEST_F(OverfillTest, negativeSum_throttlesNegativeFlows) {
