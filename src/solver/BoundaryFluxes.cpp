@@ -1,5 +1,10 @@
 #include "solver/BoundaryFluxes.h"
 
+#include <cmath>
+#include <map>
+#include <set>
+#include <utility>
+
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
@@ -16,6 +21,7 @@ BoundaryFluxes::BoundaryFluxes(const VELMORA::CalculationData& data, const Model
   checkConditions(data);
   for (const VELMORA::Side& side : data.sides)
     if (side.elementLeft == nullptr || side.elementRight == nullptr) collect(side);
+  addContactAreas();
 }
 
 /// Whether a condition acts on the balance equations of the run; one that does not is ignored.
@@ -65,6 +71,17 @@ void BoundaryFluxes::collect(const VELMORA::Side& side) {
     term.window = ActivityWindow(condition->startTime, condition->endTime);
     terms_.push_back(term);
   }
+}
+
+/// A condition that is assigned to a side twice counts once.
+void BoundaryFluxes::addContactAreas() {
+  using Place = std::pair<const VelBoundaryCond*, std::size_t>;
+  std::set<Place> sides;
+  std::map<Place, double> areas;  // by element
+  for (const Term& term : terms_)
+    if (sides.insert({term.condition, term.side}).second)
+      areas[{term.condition, term.element}] += std::fabs(term.inward);
+  for (Term& term : terms_) term.contactArea = areas[{term.condition, term.element}];
 }
 
 void BoundaryFluxes::calculate(double t) {

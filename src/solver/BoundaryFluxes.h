@@ -36,6 +36,7 @@ class BoundaryFluxes {
     double invDistance = 0.0;  ///< [1/m]
     double y = 0.0;            ///< [m] height of the element's centre
     double dz = 0.0;           ///< [m] thickness of the element
+    double contactArea = 0.0;  ///< [m2] of all outer sides of the element with this condition
     ActivityWindow window;
   };
 
@@ -48,6 +49,7 @@ class BoundaryFluxes {
 
   static void checkConditions(const VELMORA::CalculationData& data);
   void collect(const VELMORA::Side& side);
+  void addContactAreas();
   bool acts(const VELMORA::VelBoundaryCond& condition) const;
   void apply(const Term& term, double t);
   void heatConduction(const Term& term);

@@ -108,7 +108,7 @@ void BoundaryFluxes::heatConduction(const Term& term) {
   records_.heatFlux[term.side][VELMORA::HF_CONDUCTION] = q * term.inward;
 }
 
-/// Heat [W/m2] from a pipe, by the element's share of its surface.
+/// Heat [W/m2] from a pipe, by the element's share of its surface, spread over all its sides at the pipe.
 double BoundaryFluxes::heatPipe(const Term& term) const {
   const VelBoundaryCond& bc = *term.condition;
   const VELMORA::HeatPipe& pipe = bc.heatPipe;
@@ -120,7 +120,7 @@ double BoundaryFluxes::heatPipe(const Term& term) const {
         bc.name + "'");
   const double exchange =
       (pipe.supplyTemperature - state_.T[term.element]) * pipe.massFlowCapacity * pipe.efficiency;
-  return (exchange + pipe.thermalPower) * *share / (pipe.length * std::fabs(term.inward) / term.dz);
+  return (exchange + pipe.thermalPower) * *share / (pipe.length * term.contactArea / term.dz);
 }
 
 /// Vapour [kg/m2s] and the enthalpy that it carries.
