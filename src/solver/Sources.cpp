@@ -1,5 +1,7 @@
 #include "solver/Sources.h"
 
+#include <algorithm>
+
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "keywords/KeywordList.h"
@@ -44,6 +46,8 @@ void Sources::checkConditions() const {
 void Sources::calculate(double t) {
   records_.heatSource.clear();
   records_.moistureSource.clear();
+  std::fill(records_.airFlowEnthalpyIn.begin(), records_.airFlowEnthalpyIn.end(), 0.0);
+  std::fill(records_.airFlowEnthalpyOut.begin(), records_.airFlowEnthalpyOut.end(), 0.0);
   if (terms_.empty()) return;
   updateConditions();
   const bool energy = settings_.equations.has(BE_ENERGY);
@@ -81,9 +85,15 @@ double Sources::saturation(std::size_t element) const {
 
 /// The flow runs in the direction of `FLOW_DIRECTION`: to the left, right, top or bottom.
 Sources::Upstream Sources::upstream(const Term& term) {
+  const char* const FUNC_ID = "[Sources::upstream]";
   const Element& e = *term.element;
   const VELMORA::Side* side = nullptr;
-  const auto direction = static_cast<int>(term.condition->para[VelFieldCond::P_FLOW_DIRECTION].value);
+  const double given = term.condition->para[VelFieldCond::P_FLOW_DIRECTION].value;
+  if (!(given > -1.0 && given < 4.0))  // true for "not a number" as well
+    throw TKL::Exception(TKL::FormatString("Field condition '%1': FLOW_DIRECTION must be 0, 1, 2 or 3.")
+                             .arg(term.condition->name),
+                         FUNC_ID);
+  const auto direction = static_cast<int>(given);
   const bool alongX = direction == 0 || direction == 1;
   const bool fromRightOrBelow = direction == 0 || direction == 2;
   if (alongX)
