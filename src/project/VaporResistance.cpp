@@ -14,14 +14,14 @@ double meanHumidity(double low, double high, double weight) {
 }
 
 /// A weight that is not set is 1, and the sd-value is not scaled then.
-struct Side {
+struct FoilSide {
   double weight = 1.0;
   double factor = 1.0;
 };
 
-Side foilSide(const std::array<TKL::Parameter, VelContactCond::NUM_P>& para,
-              VelContactCond::para_t weightIndex, VelContactCond::para_t firstScaling, double percent) {
-  Side side;
+FoilSide foilSide(const std::array<TKL::Parameter, VelContactCond::NUM_P>& para,
+                  VelContactCond::para_t weightIndex, VelContactCond::para_t firstScaling, double percent) {
+  FoilSide side;
   if (!para[weightIndex].isSet()) return side;
   const auto coefficient = [&](std::size_t i) { return para[firstScaling + i].value; };
   side.weight = para[weightIndex].value;
@@ -38,14 +38,14 @@ double VelContactCond::vaporResistance(double rhLeft, double rhRight, bool horiz
   const double percent = std::fabs(rhLeft - rhRight) * 100.0;
   const double high = std::max(rhLeft, rhRight);
   const double low = std::min(rhLeft, rhRight);
-  const Side positive = foilSide(para, P_WEIGHT_FACTOR_POS, P_SCALING_A_POS, percent);
+  const FoilSide positive = foilSide(para, P_WEIGHT_FACTOR_POS, P_SCALING_A_POS, percent);
   if (kind == K_DIRECTION_INDEPENDENT)
     return functions[FUN_SD_POS].value(meanHumidity(low, high, positive.weight)) * PER_METRE;
   const bool direction = horizontal ? rhLeft <= rhRight : rhRight < rhLeft;
   if (direction == sdPositiveDirection)
     return positive.factor * functions[FUN_SD_POS].value(meanHumidity(low, high, positive.weight)) *
            PER_METRE;
-  const Side negative = foilSide(para, P_WEIGHT_FACTOR_NEG, P_SCALING_A_NEG, percent);
+  const FoilSide negative = foilSide(para, P_WEIGHT_FACTOR_NEG, P_SCALING_A_NEG, percent);
   return negative.factor * functions[FUN_SD_NEG].value(meanHumidity(low, high, negative.weight)) * PER_METRE;
 }
 

@@ -5,8 +5,8 @@
 #include <set>
 #include <utility>
 
-#include "foundation/Exception.h"
 #include "foundation/FormatString.h"
+#include "foundation/Message.h"
 #include "foundation/PhysicalConstants.h"
 #include "solver/RangeRestriction.h"
 
@@ -18,7 +18,7 @@ BoundaryFluxes::BoundaryFluxes(const VELMORA::CalculationData& data, const Model
                                const std::vector<ElementTraits>& traits, const SolverState& state,
                                FluxRecords& records)
     : settings_(settings), traits_(traits), state_(state), records_(records) {
-  checkConditions(data);
+  warnOfIdleConditions(data);
   for (const VELMORA::Side& side : data.sides)
     if (side.elementLeft == nullptr || side.elementRight == nullptr) collect(side);
   addContactAreas();
@@ -44,11 +44,13 @@ bool BoundaryFluxes::acts(const VelBoundaryCond& condition) const {
   }
 }
 
-void BoundaryFluxes::checkConditions(const VELMORA::CalculationData& data) {
-  const char* const FUNC_ID = "[RightHandSide::checkConditions]";
+/// A condition without a quantity acts on nothing, which is hardly meant.
+void BoundaryFluxes::warnOfIdleConditions(const VELMORA::CalculationData& data) {
+  const char* const FUNC_ID = "[BoundaryFluxes::BoundaryFluxes]";
   for (const VelBoundaryCond& bc : data.boundaryConds)
     if (bc.condition == VelBoundaryCond::NUM_C)
-      throw TKL::Exception(TKL::FormatString("Boundary condition '%1' has no TYPE.").arg(bc.name), FUNC_ID);
+      TKL::message(TKL::FormatString("Boundary condition '%1' has no TYPE and is ignored.\n").arg(bc.name),
+                   TKL::MSG_WARNING, FUNC_ID, -1);
 }
 
 void BoundaryFluxes::collect(const VELMORA::Side& side) {

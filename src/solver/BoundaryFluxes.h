@@ -18,7 +18,7 @@ namespace VELMORA_SOLVER {
 class BoundaryFluxes {
  public:
   /// All arguments must live as long as this object; `data` must keep its vectors.
-  /// @throws TKL::Exception for a condition without a quantity
+  /// Warns of a condition without a quantity.
   BoundaryFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
                  const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records);
 
@@ -47,7 +47,7 @@ class BoundaryFluxes {
     bool elementIsRight = false;
   };
 
-  static void checkConditions(const VELMORA::CalculationData& data);
+  static void warnOfIdleConditions(const VELMORA::CalculationData& data);
   void collect(const VELMORA::Side& side);
   void addContactAreas();
   bool acts(const VELMORA::VelBoundaryCond& condition) const;

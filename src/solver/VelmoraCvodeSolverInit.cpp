@@ -125,7 +125,8 @@ void VelmoraCvodeSolver::reportFreeDiskSpace() const {
   progress(TKL::FormatString("Free disk space: %1 MB\n").arg(megabytes).str());
 }
 
-/// Heat cannot be stored without density and heat capacity, nor conducted without conductivity.
+/// Heat cannot be stored without density and heat capacity. A material without conductivity conducts nothing,
+/// which is rarely meant.
 void VelmoraCvodeSolver::checkMaterials() const {
   using MM::Material;
   if (!equations_.has(BE_ENERGY)) return;
@@ -137,7 +138,10 @@ void VelmoraCvodeSolver::checkMaterials() const {
   for (const Material* material : data_.materials) {
     require(material->paraStorage[Material::PS_RHO].value, "RHO", *material);
     require(material->paraStorage[Material::PS_CE].value, "CE", *material);
-    require(material->paraTransport[Material::PT_LAMBDA].value, "LAMBDA", *material);
+    if (material->thermalTransport[0].kind == MM::ThermalTransport::K_NONE)
+      TKL::message(
+          TKL::FormatString("Material '%1' has no LAMBDA and conducts no heat.\n").arg(material->name()),
+          TKL::MSG_WARNING, INIT_ID, -1);
   }
 }
 

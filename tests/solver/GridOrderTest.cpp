@@ -14,7 +14,7 @@ namespace {
 constexpr double GRID_LAMBDA = 1.4, GRID_RHO_C = 2e6, GRID_DIFFUSIVITY = GRID_LAMBDA / GRID_RHO_C;
 constexpr double LENGTH = 0.3;  // [m]
 constexpr double H = 10.0;      // [W/m2K] film on both sides
-constexpr double LONG = 200.0 * 86400.0;
+constexpr double LONG_TIME = 200.0 * 86400.0;
 
 /// Order from the errors of two grids, the second with half the widths.
 double order(double coarse, double fine) {
@@ -87,7 +87,7 @@ double steadyFlow(const std::vector<double>& half, double lambdaLeft, double lam
   problem.film("Cold", H, 0.0, problem.column(-1), "RIGHT");
   problem.relTol = 1e-10;
   WallRun run(problem);
-  run.advance(LONG);
+  run.advance(LONG_TIME);
   return run.flowLeft(0);
 }
 

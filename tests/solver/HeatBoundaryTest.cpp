@@ -11,7 +11,7 @@ constexpr double DX = 0.05, DY = 0.2, BOUNDARY_RHO_C = 2e6;
 constexpr double WINDOW_START = 3600.0, WINDOW_END = 7200.0;  // [s]
 
 /// Two by two cells; flows of one condition are read off at time 0.
-WallProblem body() {
+WallProblem filmBody() {
   WallProblem problem(uniform(2, 2 * DX), uniform(2, 2 * DY));
   problem.material(problem.all(), "Stone", {1.4, BOUNDARY_RHO_C});
   problem.initial(problem.all(), T_BODY);
@@ -23,7 +23,7 @@ WallProblem body() {
 
 /// Flow into the body through the left side of the cell at the top left.
 double flowOf(const std::string& kind, const std::string& lines) {
-  WallProblem problem = body();
+  WallProblem problem = filmBody();
   problem.boundary("Condition", kind, lines);
   problem.assign("BOUNDARYCOND", problem.column(0), "Condition", "LEFT");
   WallRates rates(problem);
@@ -35,7 +35,7 @@ const char* const VELOCITY = "EXCOEFF = 5 W/m2K\nEXCH_SLOPE = 3 J/m3K\nTEMPER = 
 
 /// 50 W/m2 within the window, with more conditions on the same side.
 WallProblem windowed(const std::string& times) {
-  WallProblem problem = body();
+  WallProblem problem = filmBody();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n" + times);
   return problem;
 }
@@ -83,7 +83,7 @@ TEST(HeatBoundary, exchangeWithoutSlopeNeedsNoWind) {
 }
 
 TEST(HeatBoundary, heatInflowAtTheRightSideIsNegative) {
-  WallProblem problem = body();
+  WallProblem problem = filmBody();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.assign("BOUNDARYCOND", problem.column(-1), "Heater", "RIGHT");
   WallRates rates(problem);
@@ -93,7 +93,7 @@ TEST(HeatBoundary, heatInflowAtTheRightSideIsNegative) {
 }
 
 TEST(HeatBoundary, cornerCellGetsHeatThroughBothSides) {
-  WallProblem problem = body();
+  WallProblem problem = filmBody();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.boundary("Film", "EXCHANGE", "EXCOEFF = 5 W/m2K\nTEMPER = Air\n");
   problem.assign("BOUNDARYCOND", {0, 0, 0, 0}, "Heater", "LEFT");
@@ -107,7 +107,7 @@ TEST(HeatBoundary, cornerCellGetsHeatThroughBothSides) {
 }
 
 TEST(HeatBoundary, oneConditionOnTwoSidesOfACornerActsThroughBoth) {
-  WallProblem problem = body();
+  WallProblem problem = filmBody();
   problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
   problem.assign("BOUNDARYCOND", {0, 0, 0, 0}, "Heater", "LEFT TOP");
   WallRates rates(problem);
@@ -117,7 +117,7 @@ TEST(HeatBoundary, oneConditionOnTwoSidesOfACornerActsThroughBoth) {
 
 TEST(HeatBoundary, laterAssignmentOverwritesTheEarlierOne) {
   for (const bool filmLast : {true, false}) {
-    WallProblem problem = body();
+    WallProblem problem = filmBody();
     problem.boundary("Heater", "IMPFLUX", "HEATFLUXDENS = Heat\n");
     problem.boundary("Film", "EXCHANGE", "EXCOEFF = 5 W/m2K\nTEMPER = Air\n");
     problem.assign("BOUNDARYCOND", problem.column(0), filmLast ? "Heater" : "Film", "LEFT");

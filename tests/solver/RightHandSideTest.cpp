@@ -223,12 +223,15 @@ TEST_F(RightHandSideTest, moistureConditions_doNotActOnHeat) {
   EXPECT_EQ(flux(element(0, 0).sideLeft)[VELMORA::HF_SUM], 0.0);
 }
 
-TEST_F(RightHandSideTest, conditionWithoutQuantity_isRefused) {
+TEST_F(RightHandSideTest, conditionWithoutQuantity_isWarnedOfAndIgnored) {
   boundary("Film", "0 0 0 0", "LEFT");
   setUp();
   data.boundaryConds[0].condition = VelBoundaryCond::NUM_C;
-  EXPECT_EQ(TKL::thrownBy([&] { build(); }),
-            (TKL::Thrown{"Boundary condition 'Film' has no TYPE.", "[RightHandSide::checkConditions]"}));
+  build();
+  EXPECT_TRUE(capture.has("Boundary condition 'Film' has no TYPE and is ignored.\n", TKL::MSG_WARNING,
+                          "[BoundaryFluxes::BoundaryFluxes]", -1));
+  calculate();
+  EXPECT_EQ(flux(element(0, 0).sideLeft)[VELMORA::HF_SUM], 0.0);
 }
 
 TEST_F(RightHandSideTest, modelOfConvection_isRefused) {

@@ -15,7 +15,7 @@ constexpr double BODY_RHO_C = 2e6;   // [J/m3K]
 constexpr double BODY_DIFFUSIVITY = BODY_LAMBDA / BODY_RHO_C;
 constexpr double START = 20.0;         // [C]
 constexpr double SURFVAL_H = 10000.0;  // [W/m2K] coefficient that stands for a given surface temperature
-constexpr double HOUR = 3600.0;
+constexpr double BODY_HOUR = 3600.0;
 constexpr double HOURS[] = {1.0, 6.0, 24.0, 168.0};
 
 /// exp(x^2) erfc(x), by its asymptotic series where the factors leave the range of numbers.
@@ -49,7 +49,7 @@ WallProblem body() {
   WallProblem problem(growing(2e-5, 1.04, 6.0));
   problem.material(problem.all(), "Stone", {BODY_LAMBDA, BODY_RHO_C});
   problem.initial(problem.all(), START);
-  problem.maxStep = HOUR;
+  problem.maxStep = BODY_HOUR;
   return problem;
 }
 
@@ -70,12 +70,12 @@ testing::AssertionResult profileAgrees(const WallRun& run, Exact exact, double t
 }  // namespace
 
 TEST(SemiInfiniteBody, closedFormsGiveTabulatedFigures) {
-  EXPECT_NEAR(step(0.01, HOUR), 2.24037402, 1e-8);
-  EXPECT_NEAR(step(0.5, 168 * HOUR), 8.26257491, 1e-8);
-  EXPECT_NEAR(film(0.0, HOUR, 10.0), 13.92140464, 1e-8);
-  EXPECT_NEAR(film(0.1, 24 * HOUR, 10.0), 9.51032826, 1e-8);
-  EXPECT_NEAR(flux(0.0, HOUR, 50.0), 22.02300659, 1e-8);
-  EXPECT_NEAR(flux(0.2, 168 * HOUR, 50.0), 39.69523692, 1e-8);
+  EXPECT_NEAR(step(0.01, BODY_HOUR), 2.24037402, 1e-8);
+  EXPECT_NEAR(step(0.5, 168 * BODY_HOUR), 8.26257491, 1e-8);
+  EXPECT_NEAR(film(0.0, BODY_HOUR, 10.0), 13.92140464, 1e-8);
+  EXPECT_NEAR(film(0.1, 24 * BODY_HOUR, 10.0), 9.51032826, 1e-8);
+  EXPECT_NEAR(flux(0.0, BODY_HOUR, 50.0), 22.02300659, 1e-8);
+  EXPECT_NEAR(flux(0.2, 168 * BODY_HOUR, 50.0), 39.69523692, 1e-8);
 }
 
 TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
@@ -83,7 +83,7 @@ TEST(SemiInfiniteBody, stepOfSurfaceTemperatureGivesErrorFunction) {
   problem.surface("Cold", 0.0, problem.column(0), "LEFT");
   WallRun run(problem);
   for (const double hours : HOURS) {
-    const double t = hours * HOUR;
+    const double t = hours * BODY_HOUR;
     run.advance(t);
     EXPECT_TRUE(profileAgrees(
         run, [&](double x) { return film(x, t, SURFVAL_H); }, 0.005))
@@ -101,8 +101,9 @@ TEST(SemiInfiniteBody, heatFlowOutFallsWithTheRootOfTime) {
   problem.surface("Cold", 0.0, problem.column(0), "LEFT");
   WallRun run(problem);
   for (const double hours : HOURS) {
-    run.advance(hours * HOUR);
-    const double exact = BODY_LAMBDA * START / std::sqrt(std::numbers::pi * BODY_DIFFUSIVITY * hours * HOUR);
+    run.advance(hours * BODY_HOUR);
+    const double exact =
+        BODY_LAMBDA * START / std::sqrt(std::numbers::pi * BODY_DIFFUSIVITY * hours * BODY_HOUR);
     EXPECT_NEAR(run.flowLeft(0), -exact, 0.002 * exact) << hours;
   }
 }
@@ -112,9 +113,9 @@ TEST(SemiInfiniteBody, filmGivesProductOfExponentialAndErrorFunction) {
   problem.film("Air", 10.0, 0.0, problem.column(0), "LEFT");
   WallRun run(problem);
   for (const double hours : HOURS) {
-    run.advance(hours * HOUR);
+    run.advance(hours * BODY_HOUR);
     EXPECT_TRUE(profileAgrees(
-        run, [&](double x) { return film(x, hours * HOUR, 10.0); }, 0.003))
+        run, [&](double x) { return film(x, hours * BODY_HOUR, 10.0); }, 0.003))
         << hours;
   }
 }
@@ -126,9 +127,9 @@ TEST(SemiInfiniteBody, constantFluxHeatsTheSurfaceWithTheRootOfTime) {
   problem.assign("BOUNDARYCOND", problem.column(0), "Heater", "LEFT");
   WallRun run(problem);
   for (const double hours : HOURS) {
-    run.advance(hours * HOUR);
+    run.advance(hours * BODY_HOUR);
     EXPECT_TRUE(profileAgrees(
-        run, [&](double x) { return flux(x, hours * HOUR, 50.0); }, 0.005))
+        run, [&](double x) { return flux(x, hours * BODY_HOUR, 50.0); }, 0.005))
         << hours;
     EXPECT_NEAR(run.flowLeft(0), 50.0, 1e-12);
   }

@@ -18,7 +18,7 @@ constexpr double YEAR = 365.0 * 86400.0;  // [s]
 const std::string ROOT = VELMORA_SOURCE_DIR;
 const std::string MATERIALS = ROOT + "/database/DB_material_data/";
 const std::string CLIMATE = ROOT + "/database/DB_climate_data/";
-constexpr double T_IN = 20.0;  // [C] indoors in the example
+constexpr double T_INDOORS = 20.0;  // [C] indoors in the example
 
 std::string replaced(std::string text, const std::string& what, const std::string& by) {
   std::size_t at = text.find(what);
@@ -114,7 +114,7 @@ TEST(SealedWall, keepsItsEnergyOverAYear) {
 }
 
 TEST(OuterWallExample, meanHeatFluxIsTransmittanceTimesMeanDifference) {
-  const double expected = transmittance() * (meanOutdoorTemperature() - T_IN);
+  const double expected = transmittance() * (meanOutdoorTemperature() - T_INDOORS);
   const MeanFluxes mean = meanFluxes(exampleText());
   EXPECT_NEAR(mean.inside, expected, 0.005 * std::fabs(expected));
   EXPECT_NEAR(mean.outside, expected, 0.005 * std::fabs(expected));
@@ -122,7 +122,7 @@ TEST(OuterWallExample, meanHeatFluxIsTransmittanceTimesMeanDifference) {
 
 TEST(OuterWallExample, constantClimateGivesTransmittanceTimesDifference) {
   constexpr double T_OUT = 3.15;
-  const double expected = transmittance() * (T_OUT - T_IN);
+  const double expected = transmittance() * (T_OUT - T_INDOORS);
   const MeanFluxes mean = meanFluxes(constantClimateText(T_OUT));
   EXPECT_NEAR(mean.inside, expected, 0.005 * std::fabs(expected));
   EXPECT_NEAR(mean.outside, expected, 0.005 * std::fabs(expected));

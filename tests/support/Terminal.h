@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -49,16 +50,25 @@ class Terminal {
     return write(master_, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   }
 
-  /// What has been written to the terminal since the last call, at most 4 kB.
+  /// What has been written to the terminal since the last call. A terminal hands its bytes over in the
+  /// background and in pieces: a mark is written behind them and everything before it is waited for.
   std::string text() {
     flush();
-    std::string bytes(4096, '\0');
-    const ssize_t count = read(master_, bytes.data(), bytes.size());
-    bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    if (write(descriptor_, &MARK, 1) != 1) return {};
+    std::string bytes;
+    pollfd arrived{master_, POLLIN, 0};
+    while (poll(&arrived, 1, MARK_TIMEOUT) == 1) {
+      char byte = MARK;
+      if (read(master_, &byte, 1) != 1 || byte == MARK) break;
+      bytes += byte;
+    }
     return bytes;
   }
 
  private:
+  static constexpr char MARK = '\x04';
+  static constexpr int MARK_TIMEOUT = 10'000;  ///< [ms], far above what any machine needs
+
   static void flush() {
     std::cout.flush();
     std::cerr.flush();
