@@ -217,10 +217,23 @@ TEST_F(RightHandSideTest, conditionOnAnInnerSide_isReportedEachTimeAndIgnored) {
 TEST_F(RightHandSideTest, moistureConditions_doNotActOnHeat) {
   boundary("Film", "0 0 0 0", "LEFT");
   setUp();
-  data.boundaryConds[0].condition = VelBoundaryCond::C_VAPDIFF;
+  for (const auto quantity :
+       {VelBoundaryCond::C_VAPDIFF, VelBoundaryCond::C_RAIN, VelBoundaryCond::C_WATCONTC,
+        VelBoundaryCond::C_AIRPRESS, VelBoundaryCond::C_SOLCONTC, VelBoundaryCond::C_ROOM,
+        VelBoundaryCond::C_VOCDIFF}) {
+    data.boundaryConds[0].condition = quantity;
+    build();
+    calculate();
+    for (int slot = 0; slot < VELMORA::NUM_HF; ++slot)
+      EXPECT_EQ(flux(element(0, 0).sideLeft)[slot], 0.0) << quantity << ' ' << slot;
+  }
+}
+
+TEST_F(RightHandSideTest, everyEvaluation_clearsAllSourceRecords) {
   build();
+  for (double& value : rhs->records.heatSource.values()) value = 1e9;
   calculate();
-  EXPECT_EQ(flux(element(0, 0).sideLeft)[VELMORA::HF_SUM], 0.0);
+  for (const double value : rhs->records.heatSource.values()) EXPECT_EQ(value, 0.0);
 }
 
 TEST_F(RightHandSideTest, conditionWithoutQuantity_isWarnedOfAndIgnored) {

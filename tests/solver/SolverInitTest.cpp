@@ -206,6 +206,15 @@ TEST_F(SolverInitTest, missingConductivity_isWarnedOf) {
       capture.has("Material 'Block' has no LAMBDA and conducts no heat.\n", TKL::MSG_WARNING, INIT_ID, -1));
 }
 
+TEST_F(SolverInitTest, outputWithoutTimeType_needsEveryStep) {
+  ASSERT_TRUE(init());
+  EXPECT_FALSE(solver.stepwiseOutputs);
+  const std::string line = "TIME_TYPE = NONE\n";
+  text.formats.erase(text.formats.find(line), line.size());
+  ASSERT_TRUE(init());
+  EXPECT_TRUE(solver.stepwiseOutputs);
+}
+
 TEST_F(SolverInitTest, coarseTolerance_tightensTheNewtonIteration) {
   text.settings = "REL_TOL = 1e-4\n";
   EXPECT_EQ(coefficientMessage(), "0.01\n");
