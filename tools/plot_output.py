@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws the ASCII output files of the solver as PNG pictures.
+"""Draws the output files of the solver as PNG pictures.
 
     plot_output.py FILE... [-o PNG]         every file beside itself, or all in one picture
     plot_output.py DIRECTORY                every output file of a results directory
@@ -13,10 +13,12 @@ Needs python3-matplotlib.
 
 import argparse
 import os
+import struct
 import sys
 from dataclasses import dataclass, field
 
 MAGIC = "# Velmora 5 Output file"
+BINARY_MAGIC = MAGIC.encode() + b" - binary 5.0" + bytes(4)
 SECONDS_PER_DAY = 86400.0
 UNIT_SECONDS = {"undefined": 1.0, "s": 1.0, "ms": 1e-3, "min": 60.0, "h": 3600.0, "d": 86400.0, "a": 3.1536e7}
 MANY_VALUES = 8
@@ -80,29 +82,107 @@ def is_output_file(path):
 
 
 def read_output(path):
-    """Reads an ASCII output file. Raises OutputError with the reason if that is not possible."""
+    """Reads an output file of either form. Raises OutputError with the reason if that is not possible."""
     try:
         with open(path, "rb") as stream:
             data = stream.read()
     except OSError as error:
         raise OutputError(f"{path}: {error.strerror}") from error
     first = data.split(b"\n", 1)[0]
-    if first.startswith(MAGIC.encode() + b" - binary"):
-        raise OutputError(f"{path}: is a binary output file; use BINARY = no in the output format")
-    if first != MAGIC.encode():
-        raise OutputError(f"{path}: is not an output file of the solver")
-    lines = data.decode("utf-8", "replace").split("\n")
-    if lines[-1]:
-        lines.pop()  # a record that is being written
     output = OutputFile(path)
     try:
-        end = read_header(output, lines)
-        read_records(output, lines, end)
-    except (ValueError, IndexError, KeyError) as error:
+        if data.startswith(BINARY_MAGIC):
+            read_binary(output, data)
+        elif first == MAGIC.encode():
+            read_text(output, data)
+        else:
+            raise OutputError(f"{path}: is not an output file of the solver")
+    except (ValueError, IndexError, KeyError, struct.error) as error:
         raise OutputError(f"{path}: damaged output file ({error})") from error
     if not output.times:
         raise OutputError(f"{path}: has no records yet")
     return output
+
+
+class Bytes:
+    """Walks through a binary file; numbers are little-endian."""
+
+    def __init__(self, data):
+        self.data = data
+        self.position = 0
+
+    def take(self, layout):
+        values = struct.unpack_from("<" + layout, self.data, self.position)
+        self.position += struct.calcsize("<" + layout)
+        return values
+
+    def number(self):
+        return self.take("i")[0]
+
+    def count(self, size):
+        """A count of things of `size` bytes, all of which must be there."""
+        (count,) = self.take("I")
+        if count * size > len(self.data) - self.position:
+            raise ValueError("the file ends too early")
+        return count
+
+    def string(self):
+        (text,) = self.take(f"{self.count(1)}s")
+        return text.rstrip(b"\0").decode("utf-8", "replace")
+
+    def doubles(self):
+        return list(self.take(f"{self.count(8)}d"))
+
+
+def name_of(names, index):
+    return names[index] if 0 <= index < len(names) else "UNKNOWN"
+
+
+def read_binary(output, data):
+    source = Bytes(data)
+    source.position = len(BINARY_MAGIC)
+    header = output.header
+    header["TYPE"] = name_of(["FIELD", "FLUX"], source.number())
+    header["PROJECT_FILE"] = source.string()
+    header["CREATED"] = str(source.number())
+    header["QUANTITY"] = source.string()
+    header["SPACE_TYPE"] = name_of(["SINGLE", "MEAN", "INTEGRAL"], source.number())
+    header["TIME_TYPE"] = name_of(["NONE", "MEAN", "INTEGRAL"], source.number())
+    header["VALUE_UNIT"] = source.string()
+    header["TIME_UNIT"] = source.string()
+    if source.count(1) > 0:
+        read_binary_geometry(output, source)
+    output.numbers = list(source.take(f"{source.count(4)}i"))
+    if source.string() != "HDR_END":
+        raise ValueError("the header has no end")
+    check_numbers(output)
+    layout = f"{len(output.numbers) + 1}d"
+    while len(data) - source.position >= struct.calcsize("<" + layout):
+        record = source.take(layout)
+        output.times.append(record[0])
+        output.values.append(list(record[1:]))
+
+
+def read_binary_geometry(output, source):
+    for _ in range(source.count(9)):
+        number, _ = source.take("ii")
+        output.materials[number] = source.string()
+    output.grid_x = source.doubles()
+    output.grid_y = source.doubles()
+    (output.thickness,) = source.doubles()
+    for _ in range(source.count(40)):
+        number, _, _, i, j, material = source.take("I4xddiiI4x")
+        add_element(output, number, (i, j, material))
+    for _ in range(source.count(40)):
+        number, x, y, _, _, vertical = source.take("I4xddiiB7x")
+        output.sides[number] = (x, y, vertical == 1)
+
+
+def read_text(output, data):
+    lines = data.decode("utf-8", "replace").split("\n")
+    if lines[-1]:
+        lines.pop()  # a record that is being written
+    read_records(output, lines, read_header(output, lines))
 
 
 def read_header(output, lines):
@@ -149,10 +229,13 @@ def read_grid(output, rows):
 def read_elements(output, rows):
     for row in rows:
         number, _, _, i, j, material = row.split()
-        cell = (int(i), int(j), int(material))
-        if not (0 <= cell[0] < len(output.grid_x) and 0 <= cell[1] < len(output.grid_y)):
-            raise ValueError(f"element {number} lies outside of the grid")
-        output.elements[int(number)] = cell
+        add_element(output, int(number), (int(i), int(j), int(material)))
+
+
+def add_element(output, number, cell):
+    if not (0 <= cell[0] < len(output.grid_x) and 0 <= cell[1] < len(output.grid_y)):
+        raise ValueError(f"element {number} lies outside of the grid")
+    output.elements[number] = cell
 
 
 def read_sides(output, rows):
@@ -161,11 +244,15 @@ def read_sides(output, rows):
         output.sides[int(number)] = (float(x), float(y), vertical == "1")
 
 
-def read_records(output, lines, start):
+def check_numbers(output):
     known = output.elements if output.is_field else output.sides
     for number in output.numbers:
         if number not in known:
             raise ValueError(f"number {number} has no geometry")
+
+
+def read_records(output, lines, start):
+    check_numbers(output)
     for index in range(start, len(lines)):
         words = lines[index].split()
         if not words:
@@ -357,7 +444,7 @@ def draw_directory(directory, options):
 
 def parse_arguments(arguments):
     parser = argparse.ArgumentParser(
-        description="Draws the ASCII output files of the solver as PNG pictures."
+        description="Draws the output files of the solver as PNG pictures."
     )
     parser.add_argument("files", nargs="+", metavar="FILE", help="output file, or a directory of such files")
     parser.add_argument("-o", "--output", metavar="PNG", help="one picture for all files")

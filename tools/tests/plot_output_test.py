@@ -4,6 +4,7 @@
 import contextlib
 import io
 import os
+import struct
 import sys
 import tempfile
 import unittest
@@ -54,6 +55,44 @@ def flux_file():
     return text + geometry(2, 1, 1.0) + "SIDES = 0 1 \n\n1            \t-3.5            4               \n"
 
 
+def binary_string(text):
+    data = text.encode() + b"\0"
+    return struct.pack("<I", len(data)) + data
+
+
+def doubles(values):
+    return struct.pack(f"<I{len(values)}d", len(values), *values)
+
+
+def binary_of(text):
+    """The binary form of a text file with geometry, as docs/formats.md describes it."""
+    with tempfile.NamedTemporaryFile("w", suffix=".out") as stream:
+        stream.write(text)
+        stream.flush()
+        source = plot_output.read_output(stream.name)
+    header = source.header
+    geometry = struct.pack("<I", len(source.materials))
+    for number, name in source.materials.items():
+        geometry += struct.pack("<iI", number, 0) + binary_string(name)
+    geometry += doubles(source.grid_x) + doubles(source.grid_y) + doubles([source.thickness])
+    geometry += struct.pack("<I", len(source.elements))
+    for number, (i, j, material) in source.elements.items():
+        geometry += struct.pack("<IIddiiII", number, 0, 0.0, 0.0, i, j, material, 0)
+    geometry += struct.pack("<I", len(source.sides))
+    for number, (x, y, vertical) in source.sides.items():
+        geometry += struct.pack("<IIddiiII", number, 0, x, y, 0, 0, int(vertical), 0)
+    data = b"# Velmora 5 Output file - binary 5.0" + bytes(4)
+    data += struct.pack("<i", 0 if source.is_field else 1) + binary_string(header["PROJECT_FILE"])
+    data += struct.pack("<I", 0) + binary_string(header["QUANTITY"]) + struct.pack("<ii", 0, 0)
+    data += binary_string(header["VALUE_UNIT"]) + binary_string(header["TIME_UNIT"])
+    data += struct.pack("<I", len(geometry)) + geometry
+    data += struct.pack(f"<I{len(source.numbers)}i", len(source.numbers), *source.numbers)
+    data += binary_string("HDR_END")
+    for time, values in zip(source.times, source.values):
+        data += struct.pack(f"<{len(values) + 1}d", time, *values)
+    return data
+
+
 class PlotOutputTest(unittest.TestCase):
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
@@ -75,6 +114,24 @@ class PlotOutputTest(unittest.TestCase):
     def assert_png(self, path):
         with open(path, "rb") as stream:
             self.assertEqual(b"\x89PNG", stream.read(4))
+
+    def test_binary_file_reads_like_its_text_form(self):
+        for text in (field_file(3, 2), field_file(2, 1, thickness=0.0), flux_file()):
+            from_text = plot_output.read_output(self.write("text.out", text))
+            from_binary = plot_output.read_output(self.write("binary.out", binary_of(text)))
+            from_binary.path = from_text.path
+            from_binary.header["CREATED"] = from_text.header["CREATED"]
+            self.assertEqual(from_text, from_binary)
+
+    def test_binary_file_is_drawn(self):
+        path = self.write("binary.out", binary_of(field_file(3, 2)))
+        self.assertEqual((0, [path + ".png"], ""), self.run_tool(path))
+        self.assert_png(path + ".png")
+
+    def test_incomplete_binary_record_is_left_out(self):
+        whole = binary_of(field_file(3, 2))
+        output = plot_output.read_output(self.write("cut.out", whole[:-1]))
+        self.assertEqual([0.0, 24.0], output.times)
 
     def kind(self, text, wanted=None):
         return plot_output.choose_kind(plot_output.read_output(self.write("kind.out", text)), wanted)
@@ -178,7 +235,8 @@ class PlotOutputTest(unittest.TestCase):
         for text, reason in (
             (b"\xff\x00 nonsense", "is not an output file of the solver"),
             (b"", "is not an output file of the solver"),
-            (b"# Velmora 5 Output file - binary 5.0\0\0\0\0", "is a binary output file"),
+            (b"# Velmora 5 Output file - binary 5.0\0\0\0\0", "damaged output file"),
+            (binary_of(flux_file())[:700], "damaged output file"),
             (mean_file(""), "has no records yet"),
             (no_end, "damaged output file (the header has no end)"),
             (mean_file("0            \t1 2\n"), "line 14 has 2 values"),
