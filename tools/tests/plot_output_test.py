@@ -236,7 +236,7 @@ class PlotOutputTest(unittest.TestCase):
             (b"\xff\x00 nonsense", "is not an output file of the solver"),
             (b"", "is not an output file of the solver"),
             (b"# Velmora 5 Output file - binary 5.0\0\0\0\0", "damaged output file"),
-            (binary_of(flux_file())[:700], "damaged output file"),
+            (binary_of(flux_file())[:300], "damaged output file"),
             (mean_file(""), "has no records yet"),
             (no_end, "damaged output file (the header has no end)"),
             (mean_file("0            \t1 2\n"), "line 14 has 2 values"),
