@@ -22,7 +22,7 @@ struct Sun {
   double sinAltitude = 0.0;
   double cosAltitude = 0.0;
   double sinAzimuth = 0.0;  ///< positive in the east; 0 with the sun in the zenith
-  double southSign = 1.0;   ///< -1 where the sine of the azimuth falls in time
+  double southSign = 1.0;   ///< -1 with the sun south of due east or west
 };
 
 Sun sunAt(double latitude, double day) {
@@ -38,12 +38,7 @@ Sun sunAt(double latitude, double day) {
   sun.cosAltitude = q;
   if (q == 0.0) return sun;
   sun.sinAzimuth = cd * std::sin(hour) / q;
-  const double k = OBLIQUITY * 2.0 * PI / 365.0;
-  const double rate =
-      (cd * sl * cl * sd * std::cos(hour) * std::cos(season) * k + cd * cl * std::sin(hour) * 2.0 * PI) * h *
-          cd * std::sin(hour) / (q * q) -
-      std::cos(season) * k * sd * std::sin(hour) / q + cd * std::cos(hour) * 2.0 * PI / q;
-  if (rate < 0.0) sun.southSign = -1.0;
+  if (sd - h * sl < 0.0) sun.southSign = -1.0;
   return sun;
 }
 
