@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <locale>
 #include <string_view>
 #include <unordered_map>
@@ -90,6 +91,11 @@ void setNumberFormat(std::ostream& stream, const VelOutputFormat& format) {
   if (format.numberFormat == VelOutputFormat::N_FIXED) stream.setf(std::ios::fixed);
 }
 
+/// What the system says about the last call that has failed.
+std::string reasonText(const TKL::Path& path) {
+  return "Cannot write '" + path.absolutePath().str() + "': " + TKL::systemErrorText(errno);
+}
+
 std::unique_ptr<std::ofstream> openOutputFile(const VelOutputFile& file,
                                               const OutputConstruction& construction, bool restart) {
   const VelOutputFormat& format = *file.format;
@@ -98,6 +104,7 @@ std::unique_ptr<std::ofstream> openOutputFile(const VelOutputFile& file,
   auto mode = std::ios::out | (restart ? std::ios::app : std::ios::trunc);
   if (binary) mode |= std::ios::binary;
 
+  errno = 0;
   auto stream = std::make_unique<std::ofstream>();
   stream->imbue(std::locale::classic());
   if (restart) {
@@ -116,6 +123,7 @@ std::unique_ptr<std::ofstream> openOutputFile(const VelOutputFile& file,
   }
   if (!binary) setNumberFormat(*stream, format);
   if (!*stream || !file.path.exists()) {
+    if (errno != 0) TKL::message(reasonText(file.path), TKL::MSG_ERROR, INIT_ID, -1);
     throw TKL::Exception("Error creating output file '" + absolutePath + "'!", INIT_ID);
   }
   TKL::message("      .Created output file '" + absolutePath + "'.\n", TKL::MSG_STANDARD, INIT_ID, 2);
@@ -234,6 +242,12 @@ void writeMaterialBoundaries(const TKL::Path& path, const OutputConstruction& co
     }
   }
   stream.close();
+  if (!stream) {
+    // half of the lines would look like another construction
+    const int error = errno;
+    std::remove(path.str().c_str());
+    errno = error;
+  }
   checkOutputStream(stream, path);
 }
 

@@ -30,11 +30,6 @@ void convertFromBase(std::vector<double>& values, const TKL::Unit& unit) {
   values = std::move(converted.data);
 }
 
-double timeInUnit(double t, const VelOutputFormat& format) {
-  TKL::UnitList::instance().convert(format.timeUnit.base(), format.timeUnit, t);
-  return t;
-}
-
 void appendLittleEndian(std::string& bytes, double value) {
   const auto bits = std::bit_cast<std::uint64_t>(value);
   for (int shift = 0; shift < 64; shift += 8) bytes.push_back(static_cast<char>(bits >> shift & 0xffu));
@@ -136,6 +131,11 @@ void writeFluxRecord(double t, const VelOutputFile& file, std::ostream& stream,
     shown = {file.format->spaceType == VelOutputFormat::S_MEAN ? mean(sum, area) : sum};
   }
   writeRecord(t, file, stream, shown);
+}
+
+double timeInUnit(double t, const VelOutputFormat& format) {
+  TKL::UnitList::instance().convert(format.timeUnit.base(), format.timeUnit, t);
+  return t;
 }
 
 std::string formatNumber(double value, const std::ios_base& stream) {

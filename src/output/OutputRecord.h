@@ -33,6 +33,9 @@ void writeSingleValueFlux(double t, const VelOutputFile& file, std::ostream& str
 void writeFluxRecord(double t, const VelOutputFile& file, std::ostream& stream,
                      std::span<const double> flows);
 
+/// A time [s] in the time unit of a format.
+double timeInUnit(double t, const VelOutputFormat& format);
+
 /// Text of a number with the precision and the float format of a stream, in the C locale.
 std::string formatNumber(double value, const std::ios_base& stream);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace VELMORA {
 
@@ -12,6 +13,21 @@ void OutputSchedule::start(double duration, double t) {
     grid.nextTime = 0.0;
     nextOutputTimes_.push_back(grid.nextOutputTime(t - 1.0));
   }
+}
+
+void OutputSchedule::resume(double duration, double t, const std::function<void(double)>& passed) {
+  start(duration, 0.0);
+  for (double time = 0.0; time <= t; time = advance(time, std::numeric_limits<double>::infinity()))
+    passed(time);
+}
+
+double OutputSchedule::reach(double t, double tStop) {
+  double next = tStop;
+  for (std::size_t i = 0; i < grids_->size(); ++i) {
+    if (!(nextOutputTimes_[i] > t)) nextOutputTimes_[i] = (*grids_)[i].nextOutputTime(t);
+    if (nextOutputTimes_[i] > t) next = std::min(next, nextOutputTimes_[i]);
+  }
+  return next;
 }
 
 double OutputSchedule::advance(double t, double tStop) {

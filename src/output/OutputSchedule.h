@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "project/VelOutputGrid.h"
@@ -17,6 +18,14 @@ class OutputSchedule {
   /// on; `t` itself counts.
   /// @throws TKL::Exception for a grid whose intervals make no sense
   void start(double duration, double t);
+
+  /// The same for a run that goes on at `t` [s]: passes all output times up to `t`, so that those behind it
+  /// are the same as without the stop. Calls `passed` at each of them, while its outputs are due.
+  void resume(double duration, double t, const std::function<void(double)>& passed);
+
+  /// Like `advance`, but keeps the times that are known already and lie after `t`: a part of a run may end
+  /// nearer before an output time than the grids tell times apart.
+  double reach(double t, double tStop);
 
   /// Moves every grid on to its first output time after `t` [s].
   /// @return [s] the earliest of them, not later than `tStop` [s]

@@ -1,6 +1,7 @@
 #include "output/OutputWriter.h"
 
 #include <cerrno>
+#include <set>
 #include <utility>
 
 #include "foundation/Exception.h"
@@ -8,6 +9,7 @@
 #include "foundation/Message.h"
 #include "keywords/KeywordList.h"
 #include "output/FluxValues.h"
+#include "output/OutputContinuation.h"
 #include "output/OutputRecord.h"
 
 namespace VELMORA {
@@ -79,6 +81,43 @@ bool OutputWriter::needsEveryStep() const {
     if (format.timeType != Format::M_NONE) result = true;
   }
   return result;
+}
+
+std::vector<int> OutputWriter::integratedSides() const {
+  std::set<int> numbers;
+  for (std::size_t i = 0; i < outputStreams_.size(); ++i) {
+    const VelOutputFile& file = (*outputFiles_)[i];
+    const bool integrated =
+        file.format->timeType == Format::M_MEAN || file.format->timeType == Format::M_INTEGRAL;
+    if (!outputStreams_[i] || !integrated) continue;
+    for (const Side* side : file.sides) numbers.insert(side->number);
+  }
+  return {numbers.begin(), numbers.end()};
+}
+
+void OutputWriter::continueFrom(double duration, double t) {
+  const char* const FUNC_ID = "[OutputWriter::continueFrom]";
+  constexpr double ALIKE = 1.2e-5;  // two times with the same six digits are nearer to each other
+  std::vector<ContinuationPoint> points(outputStreams_.size(), {.t = t, .shownAlike = 0});
+  schedule_.resume(duration, t, [&](double time) {
+    if (time < t * (1.0 - ALIKE)) return;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const VelOutputFile& file = (*outputFiles_)[i];
+      if (outputStreams_[i] && schedule_.isDue(file.grid, time) &&
+          timeAsShown(file, time) == timeAsShown(file, t))
+        ++points[i].shownAlike;
+    }
+  });
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (!outputStreams_[i]) continue;
+    const VelOutputFile& file = (*outputFiles_)[i];
+    const std::uint64_t cut = cutRecordsAfter(file, points[i]);
+    if (cut == 0) continue;
+    TKL::message(TKL::FormatString("Removed %1 bytes behind the restart time from output file '%2'.\n")
+                     .arg(static_cast<unsigned long>(cut))
+                     .arg(file.path.absolutePath()),
+                 TKL::MSG_STANDARD, FUNC_ID, 1);
+  }
 }
 
 void OutputWriter::writeOutput(const OutputSource& source) {

@@ -28,6 +28,14 @@ class OutputWriter {
   /// @throws TKL::Exception "You can only integrate flux outputs in time. ..."
   bool needsEveryStep() const;
 
+  /// Numbers of the sides whose flows are integrated over time for some file, rising.
+  std::vector<int> integratedSides() const;
+
+  /// Prepares a run of `duration` [s] that goes on at `t` [s]: passes the output times before, and cuts from
+  /// the files what the stopped run has written after that time.
+  /// @throws TKL::Exception for a file that cannot be continued
+  void continueFrom(double duration, double t);
+
   OutputSchedule& schedule() { return schedule_; }
 
   /// Appends a record to every file whose grid is due at `source.time`, and checks that it has been written.

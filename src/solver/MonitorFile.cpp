@@ -1,5 +1,6 @@
 #include "solver/MonitorFile.h"
 
+#include <cerrno>
 #include <ctime>
 #include <iomanip>
 #include <sstream>
@@ -27,12 +28,22 @@ std::string stepSizeText(double h) {
 void MonitorFile::open(const TKL::Path& projectFile, bool restart, bool withAir) {
   const char* const FUNC_ID = "[MonitorFile::open]";
   path_ = projectFile.str() + ".cvode_monitors";
+  errno = 0;
   file_.open(path_, restart ? std::ios::app : std::ios::trunc);
-  if (!file_) throw TKL::Exception(TKL::FormatString("Cannot create monitor file '%1'.").arg(path_), FUNC_ID);
+  check("create", FUNC_ID);
   if (restart)
     file_ << std::endl;
   else
     writeHeader(projectFile.filename(), withAir);
+  check("write", FUNC_ID);
+}
+
+/// Fails if the last calls have failed.
+void MonitorFile::check(const char* action, const char* functionId) const {
+  if (file_) return;
+  const std::string reason = errno != 0 ? " " + TKL::systemErrorText(errno) : "";
+  throw TKL::Exception(
+      TKL::FormatString("Cannot %1 monitor file '%2'.").arg(action).arg(path_).str() + reason, functionId);
 }
 
 void MonitorFile::writeHeader(const std::string& projectFileName, bool withAir) {
@@ -50,6 +61,7 @@ void MonitorFile::writeHeader(const std::string& projectFileName, bool withAir) 
 void MonitorFile::write(const IntegratorStatistics& s, double relTol) {
   const char* const FUNC_ID = "[MonitorFile::write]";
   if (!isOpen() || s.steps == 0) return;
+  errno = 0;
   std::ostringstream time;
   time << std::fixed << std::setprecision(10) << s.time;
   std::ostringstream tolerance;
@@ -59,11 +71,15 @@ void MonitorFile::write(const IntegratorStatistics& s, double relTol) {
         << s.nonlinearIterations << ' ' << std::setw(8) << s.nonlinearFailures << ' ' << std::setw(9)
         << s.errorTestFailures << ' ' << std::setw(5) << s.order << ' ' << std::setw(12)
         << stepSizeText(s.stepSize) << ' ' << std::setw(10) << tolerance.str() << std::endl;
-  if (!file_) throw TKL::Exception(TKL::FormatString("Cannot write monitor file '%1'.").arg(path_), FUNC_ID);
+  check("write", FUNC_ID);
 }
 
 void MonitorFile::close() {
+  const char* const FUNC_ID = "[MonitorFile::close]";
+  if (!isOpen()) return;
+  errno = 0;
   file_.close();
+  check("close", FUNC_ID);
 }
 
 }  // namespace VELMORA_SOLVER

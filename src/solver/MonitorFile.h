@@ -19,10 +19,13 @@ class MonitorFile {
   /// One line; nothing before the first step.
   /// @throws TKL::Exception when the file does not take it
   void write(const IntegratorStatistics& statistics, double relTol);
+  /// @throws TKL::Exception when the file does not take its end
   void close();
 
  private:
   void writeHeader(const std::string& projectFileName, bool withAir);
+
+  void check(const char* action, const char* functionId) const;
 
   std::ofstream file_;
   std::string path_;

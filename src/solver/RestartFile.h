@@ -1,10 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "foundation/Path.h"
-#include "foundation/StopWatch.h"
+#include "solver/TwoGenerationFile.h"
 
 namespace VELMORA_SOLVER {
 
@@ -15,10 +14,7 @@ struct RestartState {
   std::vector<double> mw;  ///< moisture mass density [kg/m3]
 };
 
-/// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup". A new state is
-/// written to a third name and then renamed, so that at every instant one of the two names holds a complete
-/// state. It is forced to disk before it is renamed, but at most once per second of real time: that guards
-/// against a power cut without making a fast run wait for the disk at each output.
+/// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup".
 class RestartFile {
  public:
   explicit RestartFile(const TKL::Path& resultsDirectory);
@@ -32,11 +28,12 @@ class RestartFile {
   /// reading restart file!", each behind the function id
   RestartState read(std::size_t nElements) const;
 
+  /// Forces the last state to disk.
+  /// @throws TKL::Exception that names path and reason
+  void flush() { file_.flush(); }
+
  private:
-  TKL::Path file_;
-  TKL::Path backup_;
-  TKL::Path unfinished_;
-  std::optional<TKL::StopWatch> sinceFlush_;  ///< since a state was last forced to disk
+  TwoGenerationFile file_;
 };
 
 }  // namespace VELMORA_SOLVER

@@ -8,6 +8,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "material/Material.h"
+#include "solver/StopRequest.h"
 #include "solver/VelmoraCvodeSolver.h"
 
 namespace VELMORA_SOLVER {
@@ -29,9 +30,14 @@ void VelmoraCvodeSolver::run() {
     if (!initialized) throw TKL::Exception("Solver not initialized!", FUNC_ID);
     initStep();
     runStep(tEnd_, false);
-    outputs_->close();
+    closeFiles();
   } catch (const std::exception& ex) {
     TKL::message(ex.what(), TKL::MSG_ERROR, FUNC_ID, -1);
+    try {
+      flushRestartFiles();
+    } catch (const std::exception& second) {
+      TKL::message(second.what(), TKL::MSG_ERROR, FUNC_ID, -1);
+    }
     throw TKL::Exception("Simulation stopped!", FUNC_ID);
   }
 }
@@ -41,7 +47,10 @@ void VelmoraCvodeSolver::initStep() {
   if (!initialized) throw TKL::Exception("Solver not initialized!", FUNC_ID);
   feedback.start();
   rhs_->calculateFluxesAndSources(t, integrator_.state().data());
-  if (!flags_.restart) writeOutput(t);
+  if (flags_.restart)
+    resumeOutputs();
+  else
+    writeOutput(t);
   stopwatch.start();
 }
 
@@ -65,7 +74,7 @@ void VelmoraCvodeSolver::runStep(double tStop, bool restart) {
     tEnd_ = tStop >= 0.0 ? tStop : init_.duration.value;
     tStart_ = t;
     tolerance_.startAt(t);
-    nextOutputTime_ = outputs_->schedule().advance(t, tEnd_);
+    nextOutputTime_ = outputs_->schedule().reach(t, tEnd_);
     feedback.nextRealTime = stopwatch.difference() / 1000.0 + TIMED_FEEDBACK;
     while (tEnd_ > t) step();
   } catch (const std::exception& ex) {
@@ -79,8 +88,19 @@ void VelmoraCvodeSolver::runStep(double tStop, bool restart) {
 
 int VelmoraCvodeSolver::calculate(double time, const double* y, double* ydot) {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::calculate]";
+  constexpr int NOT_A_NUMBER = 1;  // a smaller step may help
+  const std::span<const double> state(y, integrator_.state().size());
+  if (!allFinite(state)) {
+    notFinite_ = findNotFinite(state, {}, rhs_->state, equations_);
+    return NOT_A_NUMBER;
+  }
   const int code = rhs_->calculate(time, y, ydot);
   if (code != 0) return code;
+  const std::span<const double> rate(ydot, state.size());
+  if (!allFinite(rate)) {
+    notFinite_ = findNotFinite(state, rate, rhs_->state, equations_);
+    return NOT_A_NUMBER;
+  }
   if (flags_.verbosity > 3 && !feedback.quiet) {
     std::ostringstream text;
     text << std::setprecision(14) << "t = " << time << " s, dt = " << integrator_.lastStepSize() << " s\n";
@@ -92,26 +112,52 @@ int VelmoraCvodeSolver::calculate(double time, const double* y, double* ydot) {
 void VelmoraCvodeSolver::step() {
   const int flag = integrator_.step(tEnd_, t);
   const double h = integrator_.lastStepSize();
-  if (abortRequested) {
-    writeRestartFile();
-    throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
-  }
+  if (stopRequested()) abortRequested = true;
+  if (abortRequested) abortBehindStep(flag, h);
   timedFeedback();
   if (flag < 0) {
     handleFailedStep(flag);
     return;
   }
+  notFinite_.reset();
   const auto& settings = init_.solverSettings.cvodeSettings;
   if (settings.useMonitorsFile && settings.useOneStepMonitors)
     monitors_.write(integrator_.statistics(), tolerance_.relTol);
-  accumulateStepFluxes(h);
+  finishStep(h);
   // A re-initialisation forgets the last step, which the outputs inside it need: it waits for a step
   // without outputs.
   if (tolerance_.toleranceLevel > 0 && t < nextOutputTime_) adjustTolerances(false);
+  serveOutputTimes(true);
+}
+
+/// Ends the run. What lies inside the last step is written first, for the run that goes on begins behind it.
+void VelmoraCvodeSolver::abortBehindStep(int flag, double h) {
+  const bool outputsInside = flag >= 0 && t >= nextOutputTime_;
+  if (flag >= 0) finishStep(h);
+  if (outputsInside)
+    serveOutputTimes(false);
+  else
+    writeRestartFile();
+  throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
+}
+
+void VelmoraCvodeSolver::finishStep(double h) {
+  accumulateStepFluxes(h);
+  if (equations_.code == (BE_ENERGY | BE_MOISTURE))
+    outputArrays_.noteErrors(integrator_.errorWeights(), integrator_.localErrors());
+}
+
+/// Writes the outputs of all output times inside the last step. The restart file stands for the end of the
+/// step, so it waits for the last of them: a run that goes on from it writes only what lies behind.
+void VelmoraCvodeSolver::serveOutputTimes(bool withFeedback) {
   while (t >= nextOutputTime_) {
+    const double time = nextOutputTime_;
+    const bool atEnd = time >= tEnd_;
     writeDueOutputs();
-    if (nextOutputTime_ >= tEnd_) break;
-    nextOutputTime_ = outputs_->schedule().advance(nextOutputTime_, tEnd_);
+    if (!atEnd) nextOutputTime_ = outputs_->schedule().advance(time, tEnd_);
+    if (atEnd || t < nextOutputTime_) writeRestartFile();
+    if (withFeedback) writeFeedback(time, "");
+    if (atEnd) break;
   }
 }
 
@@ -127,7 +173,7 @@ void VelmoraCvodeSolver::timedFeedback() {
 void VelmoraCvodeSolver::handleFailedStep(int flag) {
   if (flag == CV_ILL_INPUT) fail("CVODE Error: Wrong input...");
   if (!init_.solverSettings.cvodeSettings.useAutoRecover) {
-    reportLargestErrors();
+    reportFailure();
     fail(
         "Convergence error, giving up (auto-recover is disabled)! Maybe the tolerances are set too low or "
         "the minimum time step limit is too large?");
@@ -135,7 +181,7 @@ void VelmoraCvodeSolver::handleFailedStep(int flag) {
   try {
     adjustTolerances(true);
   } catch (const TKL::Exception&) {
-    reportLargestErrors();
+    reportFailure();
     throw;
   }
 }
@@ -148,6 +194,19 @@ void VelmoraCvodeSolver::adjustTolerances(bool increase) {
     return;
   if (integrator_.reinitialise(t, tolerance_.relTol) != 0)
     throw TKL::Exception("Re-initialization failed!", FUNC_ID);
+}
+
+void VelmoraCvodeSolver::reportFailure() {
+  reportLargestErrors();
+  if (!notFinite_) return;
+  const VELMORA::Element& element = data_.elements[notFinite_->element];
+  TKL::message(TKL::FormatString("The %1 of element %2 at x = %3 m, y = %4 m, material '%5' is not a number.")
+                   .arg(notFinite_->quantity)
+                   .arg(element.number)
+                   .arg(element.x)
+                   .arg(element.y)
+                   .arg(element.material->name()),
+               TKL::MSG_ERROR, STEP_ID, -1);
 }
 
 /// Names the places where a step has failed: the largest estimated errors in units of the tolerance.
@@ -201,8 +260,6 @@ void VelmoraCvodeSolver::writeDueOutputs() {
     if (settings.useMonitorsFile && !settings.useOneStepMonitors)
       monitors_.write(integrator_.statistics(), tolerance_.relTol);
   }
-  writeRestartFile();
-  writeFeedback(nextOutputTime_, "");
 }
 
 void VelmoraCvodeSolver::writeFeedback(double time, const std::string& suffix) {
@@ -240,13 +297,15 @@ void VelmoraCvodeSolver::writeOutput(double time) {
     source.additionalFlux = view(records.additionalFlux);
     source.additionalFluxSum = view(stepSums_.additionalFlux);
   }
+  outputArrays_.takeHeatPipes(data_.boundaryConds);
+  outputArrays_.show(source);
   outputs_->writeOutput(source);
 }
 
 void VelmoraCvodeSolver::writeRestartFile() {
   // What is not integrated keeps its constant values.
   RestartState restart;
-  restart.t = t;
+  restart.t = restartTime();
   restart.U = rhs_->state.U;
   restart.mw = rhs_->state.mw;
   const auto y = integrator_.state();
@@ -255,7 +314,36 @@ void VelmoraCvodeSolver::writeRestartFile() {
     if (equations_.has(BE_ENERGY)) restart.U[e] = y[i++];
     if (equations_.has(BE_MOISTURE)) restart.mw[e] = y[i++];
   }
+  if (!integratedSides_.empty()) fluxSumsFile_->write(restart.t, integratedSides_, stepSums_);
   restartFile_->write(restart);
+}
+
+/// Time of the restart state. The file keeps milliseconds: a time that rounding would carry over the next
+/// output time is rounded down, or that output would be missing after the restart.
+double VelmoraCvodeSolver::restartTime() const {
+  constexpr double PER_SECOND = 1000.0;
+  const bool carriedOver = t < nextOutputTime_ && std::round(t * PER_SECOND) / PER_SECOND >= nextOutputTime_;
+  return carriedOver ? std::floor(t * PER_SECOND) / PER_SECOND : t;
+}
+
+/// Prepares the files of the stopped run for being continued.
+void VelmoraCvodeSolver::resumeOutputs() {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::resumeOutputs]";
+  outputs_->continueFrom(init_.duration.value, t);
+  if (!integratedSides_.empty() && !fluxSumsFile_->read(t, integratedSides_, stepSums_))
+    TKL::message("The sums of the fluxes up to the restart are missing: time integrals begin anew.\n",
+                 TKL::MSG_WARNING, FUNC_ID, -1);
+}
+
+void VelmoraCvodeSolver::closeFiles() {
+  outputs_->close();
+  monitors_.close();
+  flushRestartFiles();
+}
+
+void VelmoraCvodeSolver::flushRestartFiles() {
+  if (fluxSumsFile_) fluxSumsFile_->flush();
+  if (restartFile_) restartFile_->flush();
 }
 
 }  // namespace VELMORA_SOLVER

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,12 @@
 #include "project/VelInit.h"
 #include "solver/BalanceEquations.h"
 #include "solver/Feedback.h"
+#include "solver/FiniteCheck.h"
 #include "solver/FluxRecords.h"
+#include "solver/FluxSumsFile.h"
 #include "solver/Integrator.h"
 #include "solver/MonitorFile.h"
+#include "solver/OutputArrays.h"
 #include "solver/RestartFile.h"
 #include "solver/RightHandSide.h"
 #include "solver/ToleranceAdaption.h"
@@ -96,13 +100,21 @@ class VelmoraCvodeSolver : public OdeSystem {
   void step();
   void timedFeedback();
   void handleFailedStep(int flag);
+  void abortBehindStep(int flag, double h);
+  void finishStep(double h);
   void writeDueOutputs();
+  void serveOutputTimes(bool withFeedback);
+  void resumeOutputs();
+  void closeFiles();
+  void flushRestartFiles();
   void adjustTolerances(bool increase);
   void accumulateStepFluxes(double h);
+  void reportFailure();
   void reportLargestErrors();
   void writeOutput(double time);
   void writeFeedback(double time, const std::string& suffix);
   void writeRestartFile();
+  double restartTime() const;
 
   VELMORA::CalculationData data_;
   VELMORA::VelInit init_;
@@ -115,6 +127,10 @@ class VelmoraCvodeSolver : public OdeSystem {
   std::unique_ptr<RightHandSide> rhs_;
   std::unique_ptr<VELMORA::OutputWriter> outputs_;
   std::unique_ptr<RestartFile> restartFile_;
+  std::unique_ptr<FluxSumsFile> fluxSumsFile_;
+  std::vector<int> integratedSides_;  ///< whose flows go into the file of sums
+  OutputArrays outputArrays_;
+  std::optional<NotFinite> notFinite_;  ///< found in the step that is being tried
   Integrator integrator_;
   ToleranceAdaption tolerance_;
   MonitorFile monitors_;

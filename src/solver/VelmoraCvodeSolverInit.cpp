@@ -37,8 +37,12 @@ struct InitRefused {};
 
 void VelmoraCvodeSolver::clear() {
   integrator_.clear();
-  monitors_.close();
+  monitors_ = MonitorFile();
   outputs_.reset();
+  restartFile_.reset();
+  fluxSumsFile_.reset();
+  integratedSides_.clear();
+  notFinite_.reset();
   rhs_.reset();
   data_ = VELMORA::CalculationData();
   feedback = Feedback();
@@ -85,6 +89,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   project.setup_calculation(data_);
   resultsDirectory = data_.outputDir;
   restartFile_ = std::make_unique<RestartFile>(resultsDirectory);
+  fluxSumsFile_ = std::make_unique<FluxSumsFile>(resultsDirectory);
   prepareClimate(project);
 
   if (!initOutputs(project)) throw InitRefused();
@@ -324,6 +329,8 @@ void VelmoraCvodeSolver::initOutputTimes() {
   stepSums_.moistureFlux = RecordArray(nSides, VELMORA::NUM_MF);
   stepSums_.vocFlux = RecordArray(nSides, VELMORA::NUM_VF);
   stepSums_.additionalFlux = RecordArray(nSides, VELMORA::NUM_AF);
+  integratedSides_ = outputs_->integratedSides();
+  outputArrays_.start(data_.elements.size());
   outputs_->schedule().start(init_.duration.value, t);
 }
 

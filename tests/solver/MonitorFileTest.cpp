@@ -119,7 +119,8 @@ TEST(MonitorFile, missingFolder_isNamed) {
   MonitorFile file;
   EXPECT_EQ(
       TKL::thrownBy([&] { file.open(TKL::Path(project), false, false); }),
-      (TKL::Thrown{"Cannot create monitor file '" + project + ".cvode_monitors'.", "[MonitorFile::open]"}));
+      (TKL::Thrown{"Cannot create monitor file '" + project + ".cvode_monitors'. No such file or directory",
+                   "[MonitorFile::open]"}));
 }
 
 }  // namespace VELMORA_SOLVER

@@ -261,10 +261,12 @@ TEST_F(SolverInitTest, integralOutputs_needDataOfEveryStep) {
 TEST_F(SolverInitTest, outputFileThatCannotBeCreated_endsTheSetUp) {
   std::filesystem::create_directories(text.folder.file(text.resultFile("T.out")));
   const Texts errors = errorsOfInit();
-  ASSERT_EQ(errors.size(), 2U);
-  EXPECT_EQ(errors[1], "Error creating output files!");
+  ASSERT_EQ(errors.size(), 3U);
+  EXPECT_TRUE(errors[0].ends_with("': Is a directory")) << errors[0];
+  EXPECT_TRUE(errors[1].starts_with("Error creating output file '")) << errors[1];
+  EXPECT_EQ(errors[2], "Error creating output files!");
+  EXPECT_TRUE(capture.has(errors[1], TKL::MSG_ERROR, INIT_ID, -1));
   EXPECT_TRUE(capture.has("Error creating output files!", TKL::MSG_ERROR, INIT_ID, -1));
-  EXPECT_TRUE(capture.has(errors[0], TKL::MSG_ERROR, INIT_ID, -1));
 }
 
 TEST_F(SolverInitTest, outputFiles_existEvenIfALaterStepFails) {

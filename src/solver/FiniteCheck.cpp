@@ -1,0 +1,75 @@
+#include "solver/FiniteCheck.h"
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace VELMORA_SOLVER {
+
+namespace {
+
+struct NamedArray {
+  std::vector<double> SolverState::*values;
+  const char* name;
+};
+
+/// In the order in which they follow from each other.
+constexpr std::array<NamedArray, 12> DECOMPOSED{{
+    {&SolverState::T, "temperature"},
+    {&SolverState::Theta, "moisture content"},
+    {&SolverState::pC, "capillary pressure"},
+    {&SolverState::RH, "relative humidity"},
+    {&SolverState::pV, "vapour pressure"},
+    {&SolverState::rhoVapour, "vapour density"},
+    {&SolverState::rhoIce, "ice density"},
+    {&SolverState::lambda, "thermal conductivity"},
+    {&SolverState::Kv, "vapour conductivity"},
+    {&SolverState::Kirchhoff, "liquid flow potential"},
+    {&SolverState::Kl, "liquid conductivity"},
+    {&SolverState::Dl, "liquid diffusivity"},
+}};
+
+std::size_t firstNotFinite(std::span<const double> values) {
+  std::size_t i = 0;
+  while (i < values.size() && std::isfinite(values[i])) ++i;
+  return i;
+}
+
+const char* conservedQuantity(std::size_t position, const BalanceEquations& equations) {
+  const bool energy = equations.has(BE_ENERGY);
+  if (energy && position == 0) return "energy density";
+  const bool moisture = equations.has(BE_MOISTURE);
+  if (moisture && position == (energy ? 1U : 0U)) return "moisture density";
+  return "pollutant density";
+}
+
+}  // namespace
+
+bool allFinite(std::span<const double> values) noexcept {
+  constexpr std::uint64_t EXPONENT = 0x7ff0000000000000ULL;  // all its bits are set in what is not finite
+  std::uint64_t bad = 0;
+  for (const double value : values) bad |= (std::bit_cast<std::uint64_t>(value) & EXPONENT) == EXPONENT;
+  return bad == 0;
+}
+
+std::optional<NotFinite> findNotFinite(std::span<const double> y, std::span<const double> ydot,
+                                       const SolverState& state, const BalanceEquations& equations) {
+  const auto perElement = static_cast<std::size_t>(equations.nEquationsPerElement);
+  const std::size_t inState = firstNotFinite(y);
+  if (inState < y.size())
+    return NotFinite{inState / perElement, conservedQuantity(inState % perElement, equations)};
+  if (ydot.empty()) return std::nullopt;
+  for (const NamedArray& array : DECOMPOSED) {
+    const std::vector<double>& values = state.*array.values;
+    const std::size_t element = firstNotFinite(values);
+    if (element < values.size()) return NotFinite{element, array.name};
+  }
+  const std::size_t inRate = firstNotFinite(ydot);
+  if (inRate == ydot.size()) return std::nullopt;
+  return NotFinite{inRate / perElement,
+                   std::string("change of the ") + conservedQuantity(inRate % perElement, equations)};
+}
+
+}  // namespace VELMORA_SOLVER
