@@ -4,9 +4,13 @@
 
 #include <cmath>
 
+#include "support/ReferenceSun.h"
+
 namespace VELMORA_SOLVER {
 
 namespace {
+
+using VELMORA_TEST::ReferenceSun;
 
 constexpr double SUN_PI = 3.141592653589793;
 constexpr double SUN_DEGREE = SUN_PI / 180.0;
@@ -15,45 +19,19 @@ constexpr double SUN_NORTH = 0.0, SUN_EAST = 90.0, SUN_SOUTH = 180.0, SUN_WEST =
 constexpr double WALL_INCLINATION = 90.0;
 constexpr int SAMPLES_PER_DAY = 96;
 
-/// Where the sun stands by the series of J. W. Spencer, Search 2 (1971) 172, and by the components of the
-/// unit vector that points to it; day 0 starts the year and true solar noon is at 0.5.
-struct ReferenceSun {
-  double up = 0.0, east = 0.0, north = 0.0;
-
-  ReferenceSun(double latitude, double day) {
-    const double g = 2.0 * SUN_PI * (day - 0.5) / 365.0;
-    const double declination = 0.006918 - 0.399912 * std::cos(g) + 0.070257 * std::sin(g) -
-                               0.006758 * std::cos(2.0 * g) + 0.000907 * std::sin(2.0 * g) -
-                               0.002697 * std::cos(3.0 * g) + 0.00148 * std::sin(3.0 * g);
-    const double hour = 2.0 * SUN_PI * (day - std::floor(day) - 0.5);
-    const double lat = latitude * SUN_DEGREE;
-    up = std::sin(declination) * std::sin(lat) + std::cos(declination) * std::cos(lat) * std::cos(hour);
-    east = -std::cos(declination) * std::sin(hour);
-    north = std::sin(declination) * std::cos(lat) - std::cos(declination) * std::sin(lat) * std::cos(hour);
-  }
-  /// Direct radiation on a surface over that on the horizontal plane; all angles in degrees.
-  double ratio(double inclination, double orientation) const {
-    const double b = inclination * SUN_DEGREE, o = orientation * SUN_DEGREE;
-    const double incidence = up * std::cos(b) + std::sin(b) * (east * std::sin(o) + north * std::cos(o));
-    return std::fmin(std::fmax(incidence / up, 0.0), 5.0);
-  }
-  /// Cosine of the azimuth, 0 with the sun due east or west.
-  double northShare() const { return std::fabs(north) / std::hypot(north, east); }
-};
-
 double ratioOf(double inclination, double orientation, double latitude, double day) {
   return directRadiationRatio(inclination * SUN_DEGREE, orientation * SUN_DEGREE, latitude * SUN_DEGREE, day);
 }
 
 /// Largest deviation over a year from the reference, as a multiple of what a declination that is wrong by
 /// `DECLINATION_ERROR` can do to the radiation normal to the sun: by the incidence and by the altitude.
-double yearlyDeviation(double inclination, double orientation, double latitude, double smallestNorthShare) {
+double yearlyDeviation(double inclination, double orientation, double latitude) {
   constexpr double DECLINATION_ERROR = 1.2 * SUN_DEGREE;  // of a sine, in October
   double largest = 0.0;
   for (int i = 0; i < 365 * SAMPLES_PER_DAY; ++i) {
     const double day = (i + 0.5) / SAMPLES_PER_DAY;
     const ReferenceSun sun(latitude, day);
-    if (sun.up < 0.1 || sun.northShare() < smallestNorthShare) continue;
+    if (sun.up < 0.1) continue;
     const double expected = sun.ratio(inclination, orientation);
     const double deviation = std::fabs(ratioOf(inclination, orientation, latitude, day) - expected) * sun.up;
     largest = std::fmax(largest, deviation / (DECLINATION_ERROR * (1.0 + expected)));
@@ -76,18 +54,11 @@ double dayTimeOfMaximum(double orientation, double latitude, double day) {
   return time;
 }
 
-/// Equation of time [min] by Spencer's series.
-double referenceEquationOfTime(double day) {
-  const double g = 2.0 * SUN_PI * day / 365.0;
-  return 229.18 * (0.000075 + 0.001868 * std::cos(g) - 0.032077 * std::sin(g) - 0.014615 * std::cos(2.0 * g) -
-                   0.040849 * std::sin(2.0 * g));
-}
-
 /// Minutes by which the sun is ahead of the clock, beyond the equation of time.
 double meridianMinutes(double day, double longitude, double zoneHours) {
   const double t = day * 86400.0;
   const double shifted = trueSolarTime(t, longitude * SUN_DEGREE, zoneHours * 3600.0);
-  return (shifted - t) / 60.0 - referenceEquationOfTime(day);
+  return (shifted - t) / 60.0 - ReferenceSun::equationOfTime(day);
 }
 
 constexpr double EQUATION_ERROR = 1.5;  // [min] between the series of Spencer and that of Woolf
@@ -98,7 +69,7 @@ TEST(SolarGeometry, wallsToTheEastAndWest_agreeWithSpencerInBothHemispheres) {
   for (const double latitude : {65.0, 51.0, 40.0, 20.0, 0.0, -20.0, -33.0, -51.0})
     for (const double orientation : {SUN_EAST, SUN_WEST})
       for (const double inclination : {30.0, 60.0, 90.0})
-        EXPECT_LT(yearlyDeviation(inclination, orientation, latitude, 0.0), 1.0)
+        EXPECT_LT(yearlyDeviation(inclination, orientation, latitude), 1.0)
             << latitude << ' ' << orientation << ' ' << inclination;
 }
 
@@ -106,7 +77,7 @@ TEST(SolarGeometry, wallsToTheNorthAndSouth_agreeWithSpencerInBothHemispheres) {
   for (const double latitude : {65.0, 51.0, 40.0, 20.0, 0.0, -20.0, -33.0, -51.0})
     for (const double orientation : {SUN_NORTH, SUN_SOUTH})
       for (const double inclination : {30.0, 60.0, 90.0})
-        EXPECT_LT(yearlyDeviation(inclination, orientation, latitude, 0.0), 1.0)
+        EXPECT_LT(yearlyDeviation(inclination, orientation, latitude), 1.0)
             << latitude << ' ' << orientation << ' ' << inclination;
 }
 
@@ -237,17 +208,17 @@ TEST(TrueSolarTime, placesFarAcrossTheDateLine_areADayAway) {
 
 TEST(TrueSolarTime, startOfTheYear_reachesBackIntoItsEnd) {
   const double shifted = trueSolarTime(0.0, 0.0, 3600.0);
-  EXPECT_NEAR((shifted - SUN_YEAR) / 60.0, -60.0 + referenceEquationOfTime(0.0), EQUATION_ERROR);
+  EXPECT_NEAR((shifted - SUN_YEAR) / 60.0, -60.0 + ReferenceSun::equationOfTime(0.0), EQUATION_ERROR);
 }
 
 TEST(TrueSolarTime, endOfTheYear_reachesIntoItsStart) {
   const double shifted = trueSolarTime(SUN_YEAR - 60.0, 30.0 * SUN_DEGREE, 3600.0);
-  EXPECT_NEAR(shifted / 60.0, 59.0 + referenceEquationOfTime(0.0), EQUATION_ERROR);
+  EXPECT_NEAR(shifted / 60.0, 59.0 + ReferenceSun::equationOfTime(0.0), EQUATION_ERROR);
 }
 
 TEST(TrueSolarTime, equationOfTime_reachesBackIntoTheLastYearToo) {
   const double shifted = trueSolarTime(60.0, 0.0, 0.0);
-  EXPECT_NEAR((shifted - SUN_YEAR) / 60.0, 1.0 + referenceEquationOfTime(0.0), EQUATION_ERROR);
+  EXPECT_NEAR((shifted - SUN_YEAR) / 60.0, 1.0 + ReferenceSun::equationOfTime(0.0), EQUATION_ERROR);
 }
 
 }  // namespace VELMORA_SOLVER
