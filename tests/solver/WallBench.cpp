@@ -128,6 +128,10 @@ void WallProblem::contact(const std::string& name, const std::string& type, cons
   contacts_ += block("CONTACT_COND", name) + "TYPE = " + type + "\n" + lines;
 }
 
+void WallProblem::field(const std::string& name, const std::string& type, const std::string& lines) {
+  fields_ += block("FIELD_COND", name) + "TYPE = " + type + "\n" + lines;
+}
+
 void WallProblem::assign(const std::string& type, const Range& range, const std::string& name,
                          const std::string& location) {
   assignments_ += "[SELECTION]\nTYPE = " + type + "\nRANGE = " + std::to_string(range.left) + " " +
@@ -157,7 +161,7 @@ std::string WallProblem::text() const {
           settings;
   text += "[MATERIALS]\n" + materials_ + "[CONDITIONS]\n[CLIMATE_CONDITIONS]\n" + climates_;
   text += "[BOUNDARY_CONDITIONS]\n" + boundaries_ + "[INITIAL_CONDITIONS]\n" + initials_;
-  text += "[CONTACT_CONDITIONS]\n" + contacts_;
+  text += "[CONTACT_CONDITIONS]\n" + contacts_ + "[FIELD_CONDITIONS]\n" + fields_;
   text += std::string("[DISCRETISATION]\nGEOMETRY = ") + (rotational ? "RSYM" : "PLANE2D") + "\n";
   text += "X_STEPS = " + widths(dx_) + "Y_STEPS = " + widths(dy_);
   return text + "[ASSIGNMENTS]\n" + assignments_;

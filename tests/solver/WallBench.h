@@ -55,6 +55,8 @@ class WallProblem {
   void boundary(const std::string& type, const std::string& name, const std::string& kind,
                 const std::string& lines);
   void contact(const std::string& name, const std::string& type, const std::string& lines);
+  /// A source of any type, not assigned yet.
+  void field(const std::string& name, const std::string& type, const std::string& lines);
   void assign(const std::string& type, const Range& range, const std::string& name,
               const std::string& location);
 
@@ -77,7 +79,7 @@ class WallProblem {
  private:
   std::vector<double> dx_;
   std::vector<double> dy_;
-  std::string materials_, climates_, boundaries_, contacts_, initials_, assignments_;
+  std::string materials_, climates_, boundaries_, contacts_, fields_, initials_, assignments_;
   int initialCount_ = 0;
 };
 
