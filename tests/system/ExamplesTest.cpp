@@ -7,8 +7,7 @@
 #include <numeric>
 #include <sstream>
 
-#include "support/TempFolder.h"
-#include "system/SolverProcess.h"
+#include "system/ExampleRun.h"
 #include "system/SteadyReference.h"
 
 namespace VELMORA_TEST {
@@ -27,60 +26,6 @@ constexpr double BRICK = 0.81;
 constexpr double PLASTER = 0.8;
 constexpr double CONCRETE = 1.65;
 constexpr double STEEL = 50.0;
-
-/// An example, copied into a folder of its own and run there.
-class ExampleRun {
- public:
-  /// @param from, to  a piece of the project text that is replaced
-  explicit ExampleRun(const std::string& name, const std::string& from = "", const std::string& to = "")
-      : name_(name) {
-    std::ostringstream content;
-    content
-        << std::ifstream(std::string(VELMORA_SOURCE_DIR "/examples/") + name + "/" + name + ".vel").rdbuf();
-    text_ = content.str();
-    if (!from.empty()) {
-      const std::size_t position = text_.find(from);
-      EXPECT_NE(position, std::string::npos) << from;
-      if (position != std::string::npos) text_.replace(position, from.size(), to);
-    }
-    const ProcessResult result = runSolver({"-x", "-v0", folder_.write(name + ".vel", text_)});
-    EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
-  }
-
-  /// Widths [m] from the line of the project file, which has them in mm.
-  std::vector<double> steps(const std::string& keyword) const {
-    std::vector<double> result = numbers(text_.substr(text_.find(keyword + " = ") + keyword.size() + 3));
-    for (double& step : result) step *= 1e-3;
-    return result;
-  }
-
-  /// Time and values of the last record of an output file.
-  std::vector<double> lastRecord(const std::string& file) const {
-    std::istringstream content(folder_.read(name_ + ".results/" + file));
-    std::string last;
-    for (std::string line; std::getline(content, line);)
-      if (!line.empty()) last = line;
-    std::vector<double> record = numbers(last);
-    if (record.size() < 2) {
-      ADD_FAILURE() << "no record in " << file;
-      record.resize(2);
-    }
-    return record;
-  }
-  double lastValue(const std::string& file) const { return lastRecord(file)[1]; }
-
- private:
-  static std::vector<double> numbers(const std::string& text) {
-    std::istringstream words(text);
-    std::vector<double> result;
-    for (double value; words >> value;) result.push_back(value);
-    return result;
-  }
-
-  std::string name_;
-  TKL::TempFolder folder_;
-  std::string text_;
-};
 
 double sum(const std::vector<double>& values) {
   return std::accumulate(values.begin(), values.end(), 0.0);
@@ -211,7 +156,7 @@ TEST(CornerExample, innerCornerTemperature_isThatOfTheReference) {
 }
 
 TEST(CornerExample, filmForHeatLoss_givesMoreThanTheFlatWallsInside) {
-  const ExampleRun run("corner", "EXCOEFF = 4 W/m2K", "EXCOEFF = 7.692307692307692 W/m2K");
+  const ExampleRun run("corner", {{"EXCOEFF = 4 W/m2K", "EXCOEFF = 7.692307692307692 W/m2K"}});
   const double heat = cornerHeatInside(run);
   const double cellMean = corner(run, 1 / 0.13, Links::CELL_MEAN).heatFrom(1);
   EXPECT_NEAR(heat, cellMean, SOLVER_ACCURACY * cellMean);
