@@ -271,4 +271,19 @@ TEST(BoundaryKinds, waterTableBelowTheCell_doesNotTouchIt) {
   EXPECT_EQ(project.values("WATFLUX")[0], 0.0);
 }
 
+TEST(BoundaryKinds, rainOnARoof_isNegativeInItsOutputAsAllThatFallsIs) {
+  ConditionProject project;
+  project.balances = "ENERGY MOISTURE";
+  std::string lines = RAIN_LIMITS + "WALLDATA = Wall\n";
+  for (const char* const climate : {"TEMPER", "RELHUM", "HORRAIN", "WINDVEL", "WINDDIR"}) {
+    project.climate(climate, KIND_WEATHER.at(climate));
+    lines += std::string(climate) + " = " + climate + "\n";
+  }
+  project.wall(10.0);
+  project.boundary("RAIN", "STDRAIN", lines, "TOP");
+  project.fluxOutput("NORMRAIN", "kg/m2s", "TOP");
+  ASSERT_EQ(project.run().exitCode, 0);
+  EXPECT_NEAR(project.values("NORMRAIN")[0], -0.5 * 2.0 / 3600.0, 1e-9);
+}
+
 }  // namespace VELMORA_TEST

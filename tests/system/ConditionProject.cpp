@@ -35,9 +35,10 @@ void ConditionProject::wall(double inclination) {
       "ORIENTATION = 270 Deg\nINCLINATION = " + std::to_string(inclination) + " Deg\nLATITUDE = 51 Deg\n");
 }
 
-void ConditionProject::boundary(const std::string& type, const std::string& kind, const std::string& lines) {
+void ConditionProject::boundary(const std::string& type, const std::string& kind, const std::string& lines,
+                                const std::string& location) {
   boundaries_ += blockOf("BOUND_COND", "Surface", "TYPE = " + type + "\nKIND = " + kind + "\n" + lines);
-  assignments_ += selectionOf("BOUNDARYCOND", 2, 2, "Surface", "LEFT");
+  assignments_ += selectionOf("BOUNDARYCOND", 2, 2, "Surface", location);
 }
 
 void ConditionProject::source(const std::string& name, const std::string& type, const std::string& lines,
@@ -54,16 +55,16 @@ void ConditionProject::fieldOutput(const std::string& quantity, const std::strin
   assignments_ += selectionOf("FIELDOUTPUT", 0, 3, quantity, "ELEMENT");
 }
 
-void ConditionProject::fluxOutput(const std::string& quantity, const std::string& unit) {
+void ConditionProject::fluxOutput(const std::string& quantity, const std::string& unit,
+                                  const std::string& location) {
   formats_ += blockOf("OUTPUT_FORMAT", quantity,
                       "TYPE = FLUX\nFLUX_TYPE = " + quantity + "\nSPACE_TYPE = SINGLE\nTIME_TYPE = NONE\n" +
                           "TIME_UNIT = s\nVALUE_UNIT = " + unit + "\nPRECISION = 10\n");
   files_ += blockOf("OUTPUT_FILE", quantity, "OUTPUT_GRID = End\nOUTPUT_FORMAT = " + quantity + "\n");
-  assignments_ += selectionOf("FLUXOUTPUT", 2, 2, quantity, "LEFT");
+  assignments_ += selectionOf("FLUXOUTPUT", 2, 2, quantity, location);
 }
 
 std::string ConditionProject::text() const {
-  // With a condition at a surface the cells to its left are cut away.
   const bool surface = !boundaries_.empty();
   std::string text =
       "[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = " + balances +

@@ -24,12 +24,14 @@ class ConditionProject {
 
   void climate(const std::string& type, const std::string& value);  ///< named by its type
   void wall(double inclination);                                    ///< "Wall", to the west [Deg]
-  void boundary(const std::string& type, const std::string& kind, const std::string& lines);
+  /// "Surface", at a side of the cell of 20 C; what lies to its left is cut away.
+  void boundary(const std::string& type, const std::string& kind, const std::string& lines,
+                const std::string& location = "LEFT");
   void source(const std::string& name, const std::string& type, const std::string& lines, int first,
               int last);
-  /// Adds an output of single values, of cells or of the face of a condition.
+  /// An output of single values of all cells, or of a side of the cell of 20 C, named by its quantity.
   void fieldOutput(const std::string& quantity, const std::string& unit);
-  void fluxOutput(const std::string& quantity, const std::string& unit);
+  void fluxOutput(const std::string& quantity, const std::string& unit, const std::string& location = "LEFT");
 
   std::string text() const;
   ProcessResult run() const;

@@ -173,12 +173,15 @@ constexpr double SCREED = 1.65, FLOOR_EPS = 0.04;  // [W/mK]
 constexpr double PIPE_SIDE = 0.016;                // [m]
 constexpr double PIPE_METRES = 100.0;              // [m]
 
+/// Of the fluid [W/K]; the cross-section is reckoned with 3.14.
+double pipeCapacityRate() {
+  return 200.0 * 3.14 * PIPE_SIDE * PIPE_SIDE / 4.0 * 4180.0;
+}
+
 /// The fluid: what one metre of pipe gives for each kelvin between its supply and the screed [W/mK].
 double pipeConductance() {
-  const double radius = PIPE_SIDE / 2.0;
-  const double rate =
-      200.0 * 3.14 * radius * radius * 4180.0;  // [W/K]; the cross-section is reckoned with 3.14
-  const double surface = 2.0 * std::numbers::pi * radius * PIPE_METRES;
+  const double surface = std::numbers::pi * PIPE_SIDE * PIPE_METRES;
+  const double rate = pipeCapacityRate();
   return rate * (1.0 - std::exp(-300.0 * surface / rate)) / PIPE_METRES;
 }
 
@@ -210,6 +213,14 @@ TEST(HeatedFloorExample, heatUpAndDown_isThatOfTheReference) {
   EXPECT_NEAR((up + down) * PIPE_PITCH, reference.heatFrom(2), 1e-3 * up * PIPE_PITCH);
   // Half cells of 2 mm at the surfaces and the pipe and at the insulation lack their resistance.
   EXPECT_NEAR(up * PIPE_PITCH, -heatedFloor(run, Links::SERIES).heatFrom(0), 0.05 * up * PIPE_PITCH);
+}
+
+TEST(HeatedFloorExample, pipe_givesWhatItsWaterLoses) {
+  const ExampleRun run("heated_floor");
+  const double perMetre = (run.lastValue("heat_up.out") - run.lastValue("heat_down.out")) * PIPE_PITCH;
+  const double heat = run.lastValue("pipe_heat.out");
+  EXPECT_NEAR(heat, perMetre * PIPE_METRES, 1e-3 * heat);
+  EXPECT_NEAR(run.lastValue("return_temperature.out"), 35.0 - heat / pipeCapacityRate(), 1e-3);
 }
 
 TEST(HeatedFloorExample, floor_isWarmestAboveThePipe) {
