@@ -2,7 +2,7 @@
 
 namespace TKL {
 
-std::int32_t iceIterationCount = 0;
+std::uint32_t iceIterationCount = 0;
 std::int32_t mrcIterationCount = 0;
 
 }  // namespace TKL

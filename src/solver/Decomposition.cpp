@@ -6,6 +6,7 @@
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
+#include "solver/IceBalance.h"
 #include "solver/RangeRestriction.h"
 
 namespace VELMORA_SOLVER {
@@ -31,6 +32,7 @@ int Decomposition::decompose(std::size_t element, double t) {
       decomposeHM(element, t);  // a shorter step is never asked for without an energy balance
       return 0;
     case BE_ENERGY | BE_MOISTURE:
+    case BE_ENERGY | BE_MOISTURE | BE_ICE:
       return decomposeHM(element, t);
     default:
       throw std::runtime_error(
@@ -61,25 +63,26 @@ int Decomposition::decomposeHM(std::size_t e, double t) {
     if (!restrictMoistureRange(static_cast<int>(e), t, settings_.useStrictRangeChecking, traits.thetaMax,
                                s.Theta[e], s.mw[e]))
       return 1;
-    capillaryState(e);
+    if (capillaryState(e) != 0) return 1;
   }
   s.pCTotal[e] -= traits.gravityHead;
   if (!traits.liquidTight) liquidTransport(e);
   if (!traits.vapourTight) s.Kv[e] = traits.transport->Kv(s.Theta[e], s.RH[e]);
   if (settings_.equations.has(BE_ENERGY))
-    s.lambda[e] = traits.material->conductivity(s.Theta[e], s.T[e], 0.0);
+    s.lambda[e] = traits.material->conductivity(s.Theta[e], s.T[e], s.rhoIce[e] / TKL::RHO_W);
   return 0;
 }
 
 /// Pressures and phases in the pores of a material.
-void Decomposition::capillaryState(std::size_t e) {
+/// @return 0, or 1 when no ice density is found
+int Decomposition::capillaryState(std::size_t e) {
   const ElementTraits& traits = traits_[e];
   SolverState& s = state_;
   if (traits.storesNothing) {
     s.RH[e] = DRIEST_RH;
     s.pC[e] = s.pCTotal[e] = s.T[e] * DRIEST_PER_KELVIN;
   } else {
-    s.rhoIce[e] = 0.0;
+    if (freeze(e) != 0) return 1;
     s.pCTotal[e] = traits.storage->pl_Thetal(s.Theta[e], s.T[e], s.pCTotal[e]);
     if (s.Theta[e] <= traits.thetaEff) {
       s.pC[e] = s.pCTotal[e];
@@ -93,6 +96,20 @@ void Decomposition::capillaryState(std::size_t e) {
   s.ThetaAir[e] = traits.thetaPor - s.Theta[e];
   s.rhoVapour[e] = s.ThetaAir[e] * s.pV[e] / (s.T[e] * TKL::R_V);
   s.rhoLiquid[e] = s.mw[e] - s.rhoIce[e] - s.rhoVapour[e];
+  return 0;
+}
+
+/// Splits the water of a run with ice below the freezing point, which warms the element by the heat of
+/// freezing.
+/// @return 0, or 1 when no ice density is found
+int Decomposition::freeze(std::size_t e) {
+  SolverState& s = state_;
+  if (!settings_.equations.has(BE_ICE) || s.T[e] >= TKL::T_FREEZE) {
+    s.rhoIce[e] = 0.0;
+    return 0;
+  }
+  const IceBalance balance(s.U[e], s.mw[e], s.rhoCDry[e], *traits_[e].storage, traits_[e].risesToSaturation);
+  return balance.solve(static_cast<int>(e), s.rhoIce[e], s.T[e]);
 }
 
 /// A space of air: all its moisture is vapour until it would be full of water.

@@ -19,8 +19,10 @@ namespace VELMORA_SOLVER {
 ///     RH    = exp(pC / (rho_w R_v T))    Kelvin's law
 ///     pV    = RH pSat(T)
 ///
+/// Below the freezing point of a run with ice, T and the ice follow from IceBalance before the pressures do.
+///
 /// Each decomposition is a function of the element's conserved quantities and, as the start of an iteration,
-/// of its last capillary pressure; no other element matters.
+/// of its last capillary pressure and ice density; no other element matters.
 class Decomposition {
  public:
   /// The state and the traits must live as long as this object.
@@ -37,7 +39,8 @@ class Decomposition {
   void decomposeH(std::size_t e);
   int decomposeHM(std::size_t e, double t);
   void decomposeAir(std::size_t e);
-  void capillaryState(std::size_t e);
+  int capillaryState(std::size_t e);
+  int freeze(std::size_t e);
   void liquidTransport(std::size_t e);
   [[noreturn]] static void failLiquidFunction(const MM::MoistureTransport& transport,
                                               const MM::Material& material);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "foundation/PhysicalConstants.h"
+#include "solver/IceBalance.h"
 
 namespace VELMORA_SOLVER {
 
@@ -20,6 +21,9 @@ ElementTraits traitsOf(const VELMORA::Element& element, const ModelSettings& set
   traits.vapourTight = material.isVaporTight();
   traits.liquidTight = material.isWaterTight() || traits.isAir;
   traits.storesNothing = traits.vapourTight && material.isWaterTight();
+  if (settings.equations.has(BE_ICE) && !traits.isAir &&
+      material.moistureStorage.kind != MM::MoistureStorage::K_NONE)
+    traits.risesToSaturation = IceBalance::risesToSaturation(material.moistureStorage);
   traits.thetaEff = traits.isAir ? 1.0 : material.thetaEff();
   traits.thetaPor = traits.isAir ? 1.0 : material.thetaPor();
   traits.thetaMax = traits.thetaEff + settings.overfillMargin;

@@ -15,12 +15,13 @@ struct ElementTraits {
   const MM::MoistureTransport* transport = nullptr;  ///< of the material, in the direction of calculation
   bool isAir = false;
   bool vapourTight = false;
-  bool liquidTight = false;    ///< water tight, or air: no liquid moves in it
-  bool storesNothing = false;  ///< tight to vapour and water: its moisture has no pressure
-  double thetaEff = 0.0;       ///< [m3/m3] effective saturation, 1 for air
-  double thetaPor = 0.0;       ///< [m3/m3] porosity
-  double thetaMax = 0.0;       ///< [m3/m3] upper limit of the moisture content
-  double gravityHead = 0.0;    ///< [Pa] weight of the water column from the top to the centre of the element
+  bool liquidTight = false;       ///< water tight, or air: no liquid moves in it
+  bool storesNothing = false;     ///< tight to vapour and water: its moisture has no pressure
+  bool risesToSaturation = true;  ///< its retention curve, looked at in runs with ice
+  double thetaEff = 0.0;          ///< [m3/m3] effective saturation, 1 for air
+  double thetaPor = 0.0;          ///< [m3/m3] porosity
+  double thetaMax = 0.0;          ///< [m3/m3] upper limit of the moisture content
+  double gravityHead = 0.0;  ///< [Pa] weight of the water column from the top to the centre of the element
 };
 
 /// Traits of all elements, by their number. Elements without a material get none.

@@ -29,6 +29,13 @@ void appendLine(std::string& text, const std::vector<double>& values, int decima
   text += '\n';
 }
 
+/// A line of whole numbers, none at all without values.
+template <class Number>
+void appendCounts(std::string& text, const std::vector<Number>& values) {
+  for (const Number value : values) text += std::to_string(value) + ' ';
+  if (!values.empty()) text += '\n';
+}
+
 /// Reads exactly `count` numbers of one line.
 bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& values) {
   std::string line;
@@ -48,6 +55,25 @@ bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& value
   return true;
 }
 
+/// Reads exactly `count` whole numbers of one line, or none at all.
+template <class Number>
+std::vector<Number> readCounts(std::istream& in, std::size_t count) {
+  std::string line;
+  std::vector<Number> values;
+  if (!std::getline(in, line)) return values;
+  const char* position = line.data();
+  const char* const end = position + line.size();
+  while (values.size() < count) {
+    while (position != end && *position == ' ') ++position;
+    Number value = 0;
+    const auto result = std::from_chars(position, end, value);
+    if (result.ec != std::errc()) return {};
+    values.push_back(value);
+    position = result.ptr;
+  }
+  return values;
+}
+
 }  // namespace
 
 RestartFile::RestartFile(const TKL::Path& resultsDirectory) : file_(resultsDirectory, "restart.txt") {}
@@ -59,6 +85,8 @@ void RestartFile::write(const RestartState& state) {
   text += '\n';
   appendLine(text, state.U, ENERGY_DECIMALS);
   appendLine(text, state.mw, MASS_DECIMALS);
+  appendCounts(text, state.freezeThawCycles);
+  appendCounts(text, state.frozen);
 
   file_.write(text);
 }
@@ -75,6 +103,8 @@ RestartState RestartFile::read(std::size_t nElements) const {
     throw TKL::Exception(prefix + "Error reading time point from restart file!", FUNC_ID);
   if (!readNumbers(in, nElements, state.U) || !readNumbers(in, nElements, state.mw))
     throw TKL::Exception(prefix + "Error reading restart file!", FUNC_ID);
+  state.freezeThawCycles = readCounts<std::uint32_t>(in, nElements);
+  state.frozen = readCounts<std::uint8_t>(in, nElements);
   return state;
 }
 

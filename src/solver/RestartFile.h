@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "foundation/Path.h"
@@ -12,6 +13,9 @@ struct RestartState {
   double t = 0.0;          ///< time of the state [s]
   std::vector<double> U;   ///< internal energy density [J/m3]
   std::vector<double> mw;  ///< moisture mass density [kg/m3]
+  std::vector<std::uint32_t>
+      freezeThawCycles{};              ///< of runs with ice, else empty; may be missing in the file
+  std::vector<std::uint8_t> frozen{};  ///< likewise, 1 for an element in its frozen state
 };
 
 /// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup".

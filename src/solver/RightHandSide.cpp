@@ -54,11 +54,12 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
 
 void RightHandSide::checkSettings() const {
   const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
-  constexpr int AVAILABLE = BE_ENERGY | BE_MOISTURE;
+  constexpr int AVAILABLE = BE_ENERGY | BE_MOISTURE | BE_ICE;
   if (settings_.equations.code == 0 || (settings_.equations.code & ~AVAILABLE) != 0)
     throw TKL::Exception(
-        "This version of the solver calculates energy and moisture balances (BALANCE_EQUATIONS = ENERGY "
-        "MOISTURE, or one of them). Ice, air and pollutant balances are not available yet.",
+        "This version of the solver calculates energy and moisture balances, with or without ice "
+        "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE, or some of them). Air and pollutant balances are not "
+        "available yet.",
         FUNC_ID);
 }
 

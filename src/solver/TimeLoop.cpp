@@ -60,6 +60,7 @@ void VelmoraCvodeSolver::runStep(double tStop, bool restart) {
   const auto saved = integrator_.saved();
   if (restart) {
     t = tSaved_;
+    freezeThaw_.setClock(t);
     std::copy(saved.begin(), saved.end(), y.begin());
     const int flag = integrator_.reinitialise(t, tolerance_.relTol);
     if (flag != 0)
@@ -143,6 +144,7 @@ void VelmoraCvodeSolver::abortBehindStep(int flag, double h) {
 
 void VelmoraCvodeSolver::finishStep(double h) {
   accumulateStepFluxes(h);
+  freezeThaw_.update(t, rhs_->state);
   if (equations_.code == (BE_ENERGY | BE_MOISTURE))
     outputArrays_.noteErrors(integrator_.errorWeights(), integrator_.localErrors());
 }
@@ -297,6 +299,10 @@ void VelmoraCvodeSolver::writeOutput(double time) {
     source.additionalFlux = view(records.additionalFlux);
     source.additionalFluxSum = view(stepSums_.additionalFlux);
   }
+  if (equations_.has(BE_ICE)) {
+    source.iceRatio = freezeThaw_.iceSaturation();
+    source.freezeThawCycles = freezeThaw_.cycles();
+  }
   outputArrays_.takeHeatPipes(data_.boundaryConds);
   outputArrays_.show(source);
   outputs_->writeOutput(source);
@@ -313,6 +319,10 @@ void VelmoraCvodeSolver::writeRestartFile() {
   for (std::size_t e = 0; e < data_.elements.size(); ++e) {
     if (equations_.has(BE_ENERGY)) restart.U[e] = y[i++];
     if (equations_.has(BE_MOISTURE)) restart.mw[e] = y[i++];
+  }
+  if (freezeThaw_.isActive()) {
+    restart.freezeThawCycles = freezeThaw_.cycles();
+    restart.frozen = freezeThaw_.frozen();
   }
   if (!integratedSides_.empty()) fluxSumsFile_->write(restart.t, integratedSides_, stepSums_);
   restartFile_->write(restart);

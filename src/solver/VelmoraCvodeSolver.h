@@ -17,6 +17,7 @@
 #include "solver/FiniteCheck.h"
 #include "solver/FluxRecords.h"
 #include "solver/FluxSumsFile.h"
+#include "solver/FreezeThawCounting.h"
 #include "solver/Integrator.h"
 #include "solver/MonitorFile.h"
 #include "solver/OutputArrays.h"
@@ -95,6 +96,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   bool initIntegrator();
   void configureIntegrator();
   void initOutputTimes();
+  void initFreezeThaw(const VELMORA::VelProject& project);
 
   // time loop, TimeLoop.cpp
   void step();
@@ -134,7 +136,8 @@ class VelmoraCvodeSolver : public OdeSystem {
   Integrator integrator_;
   ToleranceAdaption tolerance_;
   MonitorFile monitors_;
-  FluxRecords stepSums_;  ///< flows integrated over the steps [J], [kg]
+  FreezeThawCounting freezeThaw_;  ///< empty without ice
+  FluxRecords stepSums_;           ///< flows integrated over the steps [J], [kg]
 
   double tSaved_ = 0.0;
   double tStart_ = 0.0;

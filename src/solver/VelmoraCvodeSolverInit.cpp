@@ -47,6 +47,7 @@ void VelmoraCvodeSolver::clear() {
   data_ = VELMORA::CalculationData();
   feedback = Feedback();
   feedback.clear();
+  freezeThaw_.clear();
   outputsEnabled = true;
   initialized = false;
   abortRequested = false;
@@ -108,6 +109,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   checkMoistureStorage();
   if (!initIntegrator()) throw InitRefused();
   initOutputTimes();
+  initFreezeThaw(project);
 }
 
 void VelmoraCvodeSolver::prepareClimate(const VelProject& project) {
@@ -210,9 +212,6 @@ void VelmoraCvodeSolver::initSolutionVector() {
   if (!equations_.isValid())
     throw TKL::Exception("This combination of balance equations is invalid or not supported in this solver!",
                          FUNC_ID);
-  if (init_.balanceEquations[VelInit::B_ICE])
-    throw TKL::Exception(
-        "Freeze-thaw counting (BALANCE_EQUATIONS with ICE) is not available in this version.", FUNC_ID);
 }
 
 void VelmoraCvodeSolver::initTolerances() {
@@ -332,6 +331,17 @@ void VelmoraCvodeSolver::initOutputTimes() {
   integratedSides_ = outputs_->integratedSides();
   outputArrays_.start(data_.elements.size());
   outputs_->schedule().start(init_.duration.value, t);
+}
+
+/// Counts even without a moisture balance, where nothing freezes.
+void VelmoraCvodeSolver::initFreezeThaw(const VelProject& project) {
+  if (!init_.balanceEquations[VelInit::B_ICE]) return;
+  stepwiseOutputs = true;
+  freezeThaw_.start(data_.elements, project.m_outputs.freezeBegin.value, project.m_outputs.thawBegin, t);
+  if (flags_.restart) {
+    const RestartState restart = restartFile_->read(data_.elements.size());
+    freezeThaw_.resume(restart.freezeThawCycles, restart.frozen);
+  }
 }
 
 }  // namespace VELMORA_SOLVER

@@ -168,11 +168,11 @@ TEST_F(SolverInitTest, moistureAndIceWithoutEnergy_isRefused) {
       (Texts{"This combination of balance equations is invalid or not supported in this solver!", CLOSING}));
 }
 
-TEST_F(SolverInitTest, iceWithEnergy_isNotAvailable) {
+TEST_F(SolverInitTest, iceWithEnergy_isEnergyAloneAndNeedsEveryStep) {
   text.balances = "BALANCE_EQUATIONS = ENERGY ICE\n";
-  EXPECT_EQ(errorsOfInit(),
-            (Texts{"Freeze-thaw counting (BALANCE_EQUATIONS with ICE) is not available in this version.",
-                   CLOSING}));
+  ASSERT_TRUE(init());
+  EXPECT_TRUE(solver.stepwiseOutputs);
+  EXPECT_TRUE(capture.contains("Number of balance equations per element: 1\n"));
 }
 
 TEST_F(SolverInitTest, airAndPollutant_areNotAvailable) {
@@ -181,8 +181,9 @@ TEST_F(SolverInitTest, airAndPollutant_areNotAvailable) {
     EXPECT_EQ(
         errorsOfInit(),
         (Texts{
-            "This version of the solver calculates energy and moisture balances (BALANCE_EQUATIONS = ENERGY "
-            "MOISTURE, or one of them). Ice, air and pollutant balances are not available yet.",
+            "This version of the solver calculates energy and moisture balances, with or without ice "
+            "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE, or some of them). Air and pollutant balances are not "
+            "available yet.",
             CLOSING}))
         << equations;
   }
