@@ -69,7 +69,7 @@ int Decomposition::decomposeHM(std::size_t e, double t) {
   if (!traits.liquidTight) liquidTransport(e);
   if (!traits.vapourTight) s.Kv[e] = traits.transport->Kv(s.Theta[e], s.RH[e]);
   if (settings_.equations.has(BE_ENERGY))
-    s.lambda[e] = traits.material->conductivity(s.Theta[e], s.T[e], s.rhoIce[e] / TKL::RHO_W);
+    s.lambda[e] = traits.material->conductivity(s.Theta[e], s.T[e], hasIce_ ? s.rhoIce[e] / TKL::RHO_W : 0.0);
   return 0;
 }
 
@@ -82,7 +82,10 @@ int Decomposition::capillaryState(std::size_t e) {
     s.RH[e] = DRIEST_RH;
     s.pC[e] = s.pCTotal[e] = s.T[e] * DRIEST_PER_KELVIN;
   } else {
-    if (freeze(e) != 0) return 1;
+    if (!hasIce_)
+      s.rhoIce[e] = 0.0;
+    else if (freeze(e) != 0)
+      return 1;
     s.pCTotal[e] = traits.storage->pl_Thetal(s.Theta[e], s.T[e], s.pCTotal[e]);
     if (s.Theta[e] <= traits.thetaEff) {
       s.pC[e] = s.pCTotal[e];
@@ -99,12 +102,12 @@ int Decomposition::capillaryState(std::size_t e) {
   return 0;
 }
 
-/// Splits the water of a run with ice below the freezing point, which warms the element by the heat of
+/// In a run with ice: splits the water below the freezing point, which warms the element by the heat of
 /// freezing.
 /// @return 0, or 1 when no ice density is found
 int Decomposition::freeze(std::size_t e) {
   SolverState& s = state_;
-  if (!settings_.equations.has(BE_ICE) || s.T[e] >= TKL::T_FREEZE) {
+  if (s.T[e] >= TKL::T_FREEZE) {
     s.rhoIce[e] = 0.0;
     return 0;
   }

@@ -13,9 +13,9 @@ struct RestartState {
   double t = 0.0;          ///< time of the state [s]
   std::vector<double> U;   ///< internal energy density [J/m3]
   std::vector<double> mw;  ///< moisture mass density [kg/m3]
-  std::vector<std::uint32_t>
-      freezeThawCycles{};              ///< of runs with ice, else empty; may be missing in the file
-  std::vector<std::uint8_t> frozen{};  ///< likewise, 1 for an element in its frozen state
+  // Of runs with ice, else empty; they may be missing in the file.
+  std::vector<std::uint32_t> freezeThawCycles{};  ///< completed ones
+  std::vector<std::uint8_t> frozen{};             ///< 1 for an element in its frozen state
 };
 
 /// "restart.txt" in the results directory, and the last one but one as "restart.txt.backup".
