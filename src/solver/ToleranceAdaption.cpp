@@ -7,7 +7,7 @@
 namespace VELMORA_SOLVER {
 
 namespace {
-const char* const FUNC_ID = "[VelmoraCvodeSolver::adjustTolerances]";
+const char* const ADJUST_ID = "[VelmoraCvodeSolver::adjustTolerances]";
 }
 
 void ToleranceAdaption::startAt(double t) {
@@ -22,7 +22,7 @@ void ToleranceAdaption::loosen(double t) {
       throw TKL::Exception(
           "Giving up after 1000 solver re-inits! Maybe the tolerances are set too low or the minimum time "
           "step limit is too large?",
-          FUNC_ID);
+          ADJUST_ID);
   } else {
     reinitCount = 0;
     lastReinitTime = t;
@@ -33,12 +33,12 @@ void ToleranceAdaption::loosen(double t) {
     throw TKL::Exception(
         "Giving up after relative tolerance reached 1.0e-2! Maybe the tolerances are set too low or the "
         "minimum time step limit is too large?",
-        FUNC_ID);
+        ADJUST_ID);
   TKL::message(TKL::FormatString("Adjusting relative tolerance to %1 (level %2) and attempting "
                                  "re-initialization of solver!\n")
                    .arg(relTol)
                    .arg(toleranceLevel),
-               TKL::MSG_WARNING, FUNC_ID, -1);
+               TKL::MSG_WARNING, ADJUST_ID, -1);
 }
 
 bool ToleranceAdaption::tighten(long stepsSinceReinit) {
@@ -51,7 +51,7 @@ bool ToleranceAdaption::tighten(long stepsSinceReinit) {
                    .arg(stepsSinceReinit)
                    .arg(relTol)
                    .arg(toleranceLevel),
-               TKL::MSG_WARNING, FUNC_ID, -1);
+               TKL::MSG_WARNING, ADJUST_ID, -1);
   return true;
 }
 
