@@ -1,9 +1,11 @@
 #include "app/ConsoleSolverMsgHandler.h"
 
+#include <cerrno>
 #include <iomanip>
 #include <iostream>
 
 #include "foundation/ConsoleColor.h"
+#include "foundation/Path.h"
 
 namespace VELMORA_SOLVER {
 
@@ -20,13 +22,19 @@ ConsoleSolverMsgHandler::~ConsoleSolverMsgHandler() {
 
 void ConsoleSolverMsgHandler::openSolverLog(const std::string& projectFile, bool append) {
   if (!writeLogFile) return;
-  solverLogFile = std::make_unique<std::ofstream>(projectFile + ".output",
-                                                  append ? std::ios::out | std::ios::app : std::ios::out);
+  logFileName_ = projectFile + ".output";
+  logFailed = false;
+  solverLogFile =
+      std::make_unique<std::ofstream>(logFileName_, append ? std::ios::out | std::ios::app : std::ios::out);
   if (append) *solverLogFile << "\n----------- continued -------------\n" << std::endl;
 }
 
 void ConsoleSolverMsgHandler::closeSolverLog() {
-  if (solverLogFile != nullptr && solverLogFile->is_open()) solverLogFile->close();
+  if (solverLogFile != nullptr && solverLogFile->is_open()) {
+    errno = 0;
+    solverLogFile->close();
+    if (!*solverLogFile) reportLogFailure();
+  }
   solverLogFile.reset();
 }
 
@@ -37,9 +45,19 @@ void ConsoleSolverMsgHandler::msg(const std::string& text, int type, const char*
   if (filtered && verbosityLevel > verbosity) return;
   writeToConsole(text, type, functionId);
   if (solverLogFile == nullptr) return;
+  errno = 0;
   writeToLog(text, type, functionId);
   // A run that is killed must leave its log behind.
   solverLogFile->flush();
+  if (solverLogFile->is_open() && !*solverLogFile) reportLogFailure();
+}
+
+/// Once, and on the console alone. The run goes on: its results are worth more than its log.
+void ConsoleSolverMsgHandler::reportLogFailure() {
+  if (logFailed) return;
+  logFailed = true;
+  const std::string reason = errno != 0 ? ": " + TKL::systemErrorText(errno) : "!";
+  writeToConsole("Cannot write log file '" + logFileName_ + "'" + reason, TKL::MSG_ERROR, nullptr);
 }
 
 void ConsoleSolverMsgHandler::writeToConsole(const std::string& text, int type,

@@ -28,12 +28,16 @@ class ConsoleSolverMsgHandler : public TKL::MessageHandler {
   /// Closes the log, if it is open.
   void closeSolverLog();
 
-  bool writeLogFile;  ///< whether `openSolverLog` opens a file
-  int verbosity;      ///< highest level written
+  bool writeLogFile;       ///< whether `openSolverLog` opens a file
+  int verbosity;           ///< highest level written
+  bool logFailed = false;  ///< the log could be opened but not written to its end
 
  private:
+  void reportLogFailure();
   void writeToConsole(const std::string& text, int type, const char* functionId) const;
   void writeToLog(const std::string& text, int type, const char* functionId) const;
+
+  std::string logFileName_;
 };
 
 }  // namespace VELMORA_SOLVER

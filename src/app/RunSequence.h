@@ -10,6 +10,7 @@
 #include "foundation/Path.h"
 #include "project/CurrentProject.h"
 #include "project/SolverFlags.h"
+#include "solver/StopRequest.h"
 
 namespace VELMORA_SOLVER {
 
@@ -42,7 +43,10 @@ template <class Solver>
 void runSolver(Solver& solver) {
   mainMessage("Starting solver\n\n");
   solver.stopwatch.start();
-  solver.run();
+  {
+    const StopSignals signals;
+    solver.run();
+  }
   if (TKL::iceIterationCount != 0)
     mainMessage("\nGlobal count of Ice decomposition iterations : " + std::to_string(TKL::iceIterationCount) +
                 "\n");
@@ -104,6 +108,7 @@ int runProgram(const VELMORA::SolverFlags& flags) {
     }
     TKL::MessageHandlerRegistry::instance().setDefaultMessageHandler();
     handler.closeSolverLog();
+    if (handler.logFailed) exitCode = 1;
   }
   if (!flags.closeOnExit) waitForKey();
   return exitCode;

@@ -71,6 +71,7 @@ void flushPath(const TKL::Path& path, int flags) {
   if (!file.isOpen()) failedCall("flush", path);
   // some file systems cannot flush a folder
   if (::fsync(file.descriptor()) != 0 && errno != EINVAL) failedCall("flush", path);
+  if (!file.close()) failedCall("close", path);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <iostream>
 
 #include "foundation/Message.h"
@@ -253,4 +254,33 @@ TEST(SolverLog, destructionOfTheCurrentHandler_resetsTheRegistry) {
 }
 
 }  // namespace
+TEST(SolverLog, thatCannotBeWritten_isReportedOnce) {
+  const TKL::TempFolder folder;
+  std::filesystem::create_symlink("/dev/full", folder.file("wall.vel.output"));
+  const TKL::StreamCapture out(std::cout);
+  const TKL::StreamCapture err(std::cerr);
+  ConsoleSolverMsgHandler handler(1, true);
+  handler.openSolverLog(folder.file("wall.vel"), false);
+  EXPECT_FALSE(handler.logFailed);
+  handler.msg("one\n", TKL::MSG_STANDARD, nullptr, 1);
+  handler.msg("two\n", TKL::MSG_STANDARD, nullptr, 1);
+  handler.closeSolverLog();
+  EXPECT_TRUE(handler.logFailed);
+  EXPECT_EQ(out.text(), "one\ntwo\n");
+  EXPECT_NE(err.text().find("Cannot write log file '" + folder.file("wall.vel.output") +
+                            "': No space left on device\n"),
+            std::string::npos);
+  EXPECT_EQ(err.text().find("Cannot write"), err.text().rfind("Cannot write"));
+}
+
+TEST(SolverLog, thatIsWritten_hasNotFailed) {
+  const TKL::TempFolder folder;
+  const TKL::StreamCapture out(std::cout);
+  ConsoleSolverMsgHandler handler(1, true);
+  handler.openSolverLog(folder.file("wall.vel"), false);
+  handler.msg("one\n", TKL::MSG_STANDARD, nullptr, 1);
+  handler.closeSolverLog();
+  EXPECT_FALSE(handler.logFailed);
+}
+
 }  // namespace VELMORA_SOLVER
