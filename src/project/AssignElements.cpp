@@ -37,18 +37,10 @@ void forEachElement(const VelSelection& selection, const IndexMatrix& indexMatri
 
 void prepareByType(VelFieldCond& fieldCond, const VelSelection& selection, const IndexMatrix& indexMatrix,
                    std::vector<Element>& elements) {
-  switch (fieldCond.condition) {
-    case VelFieldCond::C_LW_RADIATION:
-      prepareLongWaveGap(fieldCond, selection, indexMatrix, elements);
-      break;
-    case VelFieldCond::C_GAS_CONVECTION:
-    case VelFieldCond::C_CONVECTIVE_SOURCE:
-    case VelFieldCond::C_AMBIENTRADIATION:
-      fieldCond.prepareModel(selection, indexMatrix, elements);
-      break;
-    default:
-      break;
-  }
+  if (fieldCond.condition == VelFieldCond::C_LW_RADIATION)
+    prepareLongWaveGap(fieldCond, selection, indexMatrix, elements);
+  else if (fieldCond.hasModel())
+    fieldCond.modelRanges.push_back(selection.range);
 }
 
 }  // namespace

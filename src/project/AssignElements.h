@@ -22,7 +22,8 @@ void assignInitialConds(const VelAssignments& assignments, std::vector<VelInitia
                         const IndexMatrix& indexMatrix, std::vector<Element>& elements);
 
 /// Appends the field conditions to the elements of their rectangles, collects the elements and their volume
-/// in the conditions, and prepares those that need to know their rectangle. Needs the materials.
+/// in the conditions, and prepares those that need to know their rectangle; a condition with a model keeps
+/// the rectangle for it. Needs the materials.
 /// @throws std::runtime_error "Field condition '...' is not defined!", and what the preparation throws
 void assignFieldConds(const VelAssignments& assignments, std::vector<VelFieldCond>& fieldConds,
                       const IndexMatrix& indexMatrix, std::vector<Element>& elements);

@@ -5,6 +5,7 @@
 #include "climate/VelClimateCond.h"
 #include "foundation/Path.h"
 #include "grid/Element.h"
+#include "grid/IndexMatrix.h"
 #include "grid/Side.h"
 #include "project/VelBoundaryCond.h"
 #include "project/VelContactCond.h"
@@ -49,6 +50,7 @@ struct CalculationData {
   std::vector<Element> elements;
   std::vector<Side> sides;                     ///< horizontal ones first, then vertical ones
   std::vector<SideQuantities> sideQuantities;  ///< one row for each side
+  IndexMatrix indexMatrix;                     ///< element numbers of the cells of the grid
 
   int bandWidth = 0;             ///< largest distance of the numbers of two neighbours
   bool numberedRowWise = false;  ///< numbering runs along the rows

@@ -26,7 +26,8 @@ void VelProject::setup_calculation(CalculationData& data) {
   setup::transferInitialConds(*this, data);
   setup::transferContactConds(*this, data);
 
-  const IndexMatrix indexMatrix = setup::createElements(*this, data);
+  data.indexMatrix = setup::createElements(*this, data);
+  const IndexMatrix& indexMatrix = data.indexMatrix;
   setup::assignToElements(*this, indexMatrix, data);
 
   SideMatrices sides = setup::createSides(*this, indexMatrix, data);

@@ -58,17 +58,12 @@ void VelFieldCond::readType(const SectionText& text) {
 }
 
 void VelFieldCond::readLeakageBlock(const SectionText& text) {
-  const char* const FUNC_ID = "[VelFieldCond::read]";
-  const char* const CLIMATE = "WTAConvectionModel::convectionModelClimate_t";
-  wtaModel.emplace().text = text;
-  forEachKeywordLine(text, FUNC_ID, [&](const KeywordLine& line) {
-    if (line.keyword == "NAME") {
-      name = line.value;
-    } else if (KeywordList::KeywordExists(CLIMATE, line.keyword)) {
-      const auto index = static_cast<std::size_t>(KeywordList::Enumeration(CLIMATE, line.keyword));
-      wtaModel->climateNames[index] = line.value;
-    }
-  });
+  LeakageDefinition& leak = wtaModel.emplace();
+  leak.read(text);
+  name = leak.name;
+  startTime = leak.startTime;
+  endTime = leak.endTime;
+  flags = leak.flags;
 }
 
 void VelFieldCond::readKeyword(const KeywordLine& line) {
@@ -91,15 +86,6 @@ void VelFieldCond::readKeyword(const KeywordLine& line) {
   } else if (!readClimateName(line, climateNames)) {
     warnUnknownKeyword(line, FUNC_ID);
   }
-}
-
-void VelFieldCond::prepareModel(const VelSelection&, const IndexMatrix&, const std::vector<Element>&) {
-  const char* const FUNC_ID = "[VelFieldCond::prepareModel]";
-  throw TKL::Exception(
-      TKL::FormatString("The model of field condition '%1' with type '%2' is not available in this version.")
-          .arg(name)
-          .arg(typeOf(*this)),
-      FUNC_ID);
 }
 
 void VelFieldCond::assignClimateCond(const std::vector<VelClimateCond>& climateConds) {

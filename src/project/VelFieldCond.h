@@ -10,20 +10,11 @@
 #include "climate/VelClimateCond.h"
 #include "foundation/Parameter.h"
 #include "grid/Element.h"
-#include "grid/IndexMatrix.h"
 #include "keywords/SectionText.h"
+#include "project/LeakageDefinition.h"
+#include "project/VelSelection.h"
 
 namespace VELMORA {
-
-class VelSelection;
-
-/// The block of a `CONVECTIVE_SOURCE`, which has keywords of its own, for the leakage model.
-struct LeakageModelText {
-  SectionText text;  ///< the whole block
-  /// Names of the climate conditions that the block refers to, in the order of the keywords of
-  /// "WTAConvectionModel::convectionModelClimate_t".
-  std::array<std::string, 3> climateNames;
-};
 
 /// What happens inside the construction: a source, an exchange or a model that acts on a range of elements.
 class VelFieldCond {
@@ -90,7 +81,8 @@ class VelFieldCond {
   bool used = false;       ///< an assignment refers to it
   double volume = 0.0;     ///< [m3] of all its elements
   std::vector<int> elements;
-  std::optional<LeakageModelText> wtaModel;  ///< only for `C_CONVECTIVE_SOURCE`
+  std::optional<LeakageDefinition> wtaModel;     ///< only for `C_CONVECTIVE_SOURCE`
+  std::vector<VelSelection::Range> modelRanges;  ///< rectangles of a condition that acts by a model
   bool matchingVolumes = false;  ///< its elements pair with those of `remote`, see `matchRemoteElements`
   std::bitset<NUM_F> flags;
   std::array<const VelClimateCond*, VelClimateCond::NUM_C> climate{};  ///< not owned
@@ -106,14 +98,14 @@ class VelFieldCond {
   void read(const SectionText& text);
 
   /// Tests that the parameters which the condition needs are set and in range.
-  /// @throws TKL::Exception of the parameter, its name and " is required" if it is missing; for a
-  /// `CONVECTIVE_SOURCE`, whose model this version does not have
+  /// @throws TKL::Exception of the parameter, its name and " is required" if it is missing
   void checkParameters() const;
 
-  /// Gets the model of the condition ready for a rectangle of elements.
-  /// @throws TKL::Exception always: this version has none of the models
-  void prepareModel(const VelSelection& selection, const IndexMatrix& indexMatrix,
-                    const std::vector<Element>& allElements);
+  /// Whether the condition acts by a model that has to know the rectangle of its elements.
+  bool hasModel() const {
+    return condition == C_GAS_CONVECTION || condition == C_CONVECTIVE_SOURCE ||
+           condition == C_AMBIENTRADIATION;
+  }
 
   /// Points `climate` to the conditions that are named in `climateNames`. The vector must keep its size.
   /// @throws TKL::Exception "Error linking climate conditions to boundary condtions!" after an error message

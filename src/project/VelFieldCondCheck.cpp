@@ -1,12 +1,9 @@
-#include "foundation/Exception.h"
-#include "foundation/FormatString.h"
 #include "project/ParameterLimits.h"
 #include "project/VelFieldCond.h"
 
 namespace VELMORA {
 
 void VelFieldCond::checkParameters() const {
-  const char* const FUNC_ID = "[VelFieldCond::checkParameters]";
   switch (condition) {
     case C_WATSOURCE:
       checkWaterSource();
@@ -32,10 +29,8 @@ void VelFieldCond::checkParameters() const {
       checkGasConvection();
       break;
     case C_CONVECTIVE_SOURCE:
-      throw TKL::Exception(
-          TKL::FormatString("The leakage model of field condition '%1' is not available in this version.")
-              .arg(name),
-          FUNC_ID);
+      if (wtaModel) wtaModel->checkParameters();
+      break;
     default:
       break;
   }

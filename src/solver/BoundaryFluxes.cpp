@@ -118,6 +118,8 @@ void BoundaryFluxes::apply(const Term& term, double t) {
       return shortWaveRadiation(term, t);
     case VelBoundaryCond::C_LOWRAD:
       return longWaveRadiation(term);
+    case VelBoundaryCond::C_AIRPRESS:
+      return airInfiltration(term);
     default:
       return waterContact(term, t);
   }

@@ -57,6 +57,7 @@ class BoundaryFluxes {
   void vapourDiffusion(const Term& term);
   void waterContact(const Term& term, double t);
   double waterContactDensity(const Term& term, double pressure) const;
+  void airInfiltration(const Term& term);
   void rain(const Term& term);
   double absorbingCapacity(const Term& term) const;
   void shortWaveRadiation(const Term& term, double t);

@@ -1,5 +1,7 @@
 #include "solver/FieldFluxes.h"
 
+#include <cmath>
+
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
@@ -24,6 +26,14 @@ double exchangeCoefficient(const VelContactCond& contact, const char* functionId
   return contact.para[VelContactCond::P_EXCOEFF].value;
 }
 
+/// What an air velocity [m/s] adds to it, an unset exponent meaning in proportion.
+double byVelocity(const VelContactCond& contact, double velocity) {
+  const double slope = contact.para[VelContactCond::P_EXCH_SLOPE].value;
+  const TKL::Parameter& exponent = contact.para[VelContactCond::P_EXCH_EXP];
+  if (!exponent.isSet() || exponent.value == 1.0) return slope * velocity;
+  return slope * std::pow(velocity, exponent.value);
+}
+
 }  // namespace
 
 FieldFluxes::FieldFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
@@ -36,7 +46,7 @@ FieldFluxes::FieldFluxes(const VELMORA::CalculationData& data, const ModelSettin
 }
 
 FieldFluxes::InnerSide FieldFluxes::innerSide(const VELMORA::Side& side,
-                                              const VELMORA::SideQuantities& quantities) const {
+                                              const VELMORA::SideQuantities& quantities) {
   InnerSide inner;
   inner.side = &side;
   inner.number = static_cast<std::size_t>(side.number);
@@ -57,6 +67,7 @@ FieldFluxes::InnerSide FieldFluxes::innerSide(const VELMORA::Side& side,
     if (airAtMaterial && contact->condition == VelContactCond::C_AIR_MAT_HEATCOND) inner.airHeat = contact;
     if (airAtMaterial && contact->condition == VelContactCond::C_AIR_MAT_VAPDIFF) inner.airVapour = contact;
   }
+  if (inner.airHeat != nullptr || inner.airVapour != nullptr) addAirSpace(inner);
   inner.vapourOpen = !left.vapourTight && !right.vapourTight && inner.vapourResistance < CLOSED;
   inner.liquidForm = liquidForm(inner);
   return inner;
@@ -70,16 +81,41 @@ FieldFluxes::LiquidForm FieldFluxes::liquidForm(const InnerSide& side) const {
   return left.material == right.material ? LiquidForm::KIRCHHOFF : LiquidForm::KIRCHHOFF_WITH_JUMP;
 }
 
+/// The element of air at a side and the sides by which its velocity is told.
+void FieldFluxes::addAirSpace(InnerSide& inner) {
+  const VELMORA::Element& air =
+      traits_[inner.left].isAir ? *inner.side->elementLeft : *inner.side->elementRight;
+  const auto number = [](const VELMORA::Side* side) { return side != nullptr ? side->number : -1; };
+  AirSpace space;
+  space.element = static_cast<std::size_t>(air.number);
+  space.sides = {number(air.sideLeft), number(air.sideRight), number(air.sideTop), number(air.sideBottom)};
+  const std::size_t first = inner.side->horizontal ? 2 : 0;
+  space.across = {space.sides[first], space.sides[first + 1]};
+  inner.air = airSpaces_.size();
+  airSpaces_.push_back(space);
+}
+
 void FieldFluxes::calculate() {
+  if (settings_.equations.has(BE_AIR))
+    calculateSides<true>();
+  else
+    calculateSides<false>();
+}
+
+/// @tparam AIR  air flows, which costs nothing where it does not
+template <bool AIR>
+void FieldFluxes::calculateSides() {
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
   for (const InnerSide& side : sides_) {
     records_.heatFlux.clear(side.number);
     if (moisture) {
       records_.moistureFlux.clear(side.number);
-      moistureFlux(side);
+      moistureFlux<AIR>(side);
     }
     if (energy) energyFlux(side);
+    if constexpr (AIR)
+      if (energy) airConvection(side);
     if (moisture) {
       records_.moistureFlux.sum(side.number);
       limitOverfilling(side);
@@ -97,7 +133,9 @@ void FieldFluxes::energyFlux(const InnerSide& side) {
     if (side.heatResistance > 0.0) lam = lam / (side.heatResistance * lam * side.invDistance + 1.0);
     flux[VELMORA::HF_CONDUCTION] = lam * side.area * dT * side.invDistance;
   } else {
-    flux[VELMORA::HF_CONDUCTION] = dT * side.area * exchangeCoefficient(*side.airHeat, FUNC_ID);
+    double alpha = exchangeCoefficient(*side.airHeat, FUNC_ID);
+    if (dependsOnVelocity(*side.airHeat)) alpha += byVelocity(*side.airHeat, largestAirVelocity(side));
+    flux[VELMORA::HF_CONDUCTION] = dT * side.area * alpha;
   }
   if (settings_.equations.has(BE_MOISTURE)) enthalpyFlux(side);
 }
@@ -113,24 +151,31 @@ void FieldFluxes::enthalpyFlux(const InnerSide& side) {
   if (vapour != 0.0) flux[VELMORA::HF_VAPOUR_DIFFUSION] = TKL::h_v(upwindT(vapour)) * vapour;
 }
 
+template <bool AIR>
 void FieldFluxes::moistureFlux(const InnerSide& side) {
   double* flux = records_.moistureFlux[side.number];
-  if (side.vapourOpen) vapourFlux(side, flux);
+  const bool open = side.vapourOpen && vapourFlux(side, flux);
+  if constexpr (AIR)
+    if (open) vapourConvection(side, flux);
   if (side.liquidForm != LiquidForm::NONE) flux[VELMORA::MF_LIQUID] = liquidFlux(side);
 }
 
-void FieldFluxes::vapourFlux(const InnerSide& side, double* flux) const {
+/// Diffusion of vapour.
+/// @return false for a side that a foil closes at these humidities
+bool FieldFluxes::vapourFlux(const InnerSide& side, double* flux) const {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::fieldFluxMoisture]";
   double resistance = side.vapourResistance;
   if (side.adaptiveFoil != nullptr) {
     resistance = side.adaptiveFoil->vaporResistance(state_.RH[side.left], state_.RH[side.right],
                                                     side.side->horizontal);
-    if (resistance >= CLOSED) return;
+    if (resistance >= CLOSED) return false;
   }
   const double dp = state_.pV[side.left] - state_.pV[side.right];
   if (side.airVapour != nullptr) {
-    flux[VELMORA::MF_VAPOUR_DIFFUSION] = dp * side.area * exchangeCoefficient(*side.airVapour, FUNC_ID);
-    return;
+    double beta = exchangeCoefficient(*side.airVapour, FUNC_ID);
+    if (dependsOnVelocity(*side.airVapour)) beta += byVelocity(*side.airVapour, meanAirVelocity(side));
+    flux[VELMORA::MF_VAPOUR_DIFFUSION] = dp * side.area * beta;
+    return true;
   }
   double Kv = state_.Kv[side.left] * side.weightLeft + state_.Kv[side.right] * side.weightRight;
   if (resistance > 0.0) {
@@ -139,6 +184,7 @@ void FieldFluxes::vapourFlux(const InnerSide& side, double* flux) const {
     Kv = Kv / (x + 1.0);
   }
   flux[VELMORA::MF_VAPOUR_DIFFUSION] = Kv * side.area * dp * side.invDistance;
+  return true;
 }
 
 /// Flow of liquid water [kg/s]. The pressures are negative in an unsaturated material; the flow runs to the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "project/CalculationData.h"
@@ -17,6 +18,7 @@ namespace VELMORA_SOLVER {
 ///
 ///     heat     Q  = lambda A g (T_L - T_R)         lambda = w_L lambda_L + w_R lambda_R
 ///     vapour   jv = Kv A g (pV_L - pV_R)           Kv likewise
+///     vapour   jv = m pV_u R_A / (p_u R_V)         with the air m that flows, from the element u upwind
 ///     liquid   jl = A g (Psi_L - Psi_R - dPsi)     Kirchhoff form, dPsi the jump between two materials
 ///              jl = Kl A g (p_L - p_R)             conductivity form, Kl likewise
 ///
@@ -53,14 +55,33 @@ class FieldFluxes {
     const VELMORA::VelContactCond* airHeat = nullptr;       ///< heat transfer between air and a material
     const VELMORA::VelContactCond* airVapour = nullptr;     ///< vapour transfer between air and a material
     const VELMORA::VelContactCond* adaptiveFoil = nullptr;  ///< its resistance depends on the humidities
+    std::size_t air = 0;                                    ///< place of the air beside a material
   };
 
-  InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities) const;
+  /// Air beside a material, whose velocity speeds up the exchange.
+  struct AirSpace {
+    std::size_t element = 0;
+    std::array<int, 4> sides{};   ///< numbers of its left, right, top and bottom side, or -1
+    std::array<int, 2> across{};  ///< the two of them that the exchange is told by for vapour
+  };
+
+  void addAirSpace(InnerSide& inner);
+  template <bool AIR>
+  void calculateSides();
+  double largestAirVelocity(const InnerSide& side) const;
+  double meanAirVelocity(const InnerSide& side) const;
+  double airDensity(std::size_t element) const;
+  double airFlow(int side) const;
+  void airConvection(const InnerSide& side);
+  void vapourConvection(const InnerSide& side, double* flux) const;
+  InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities);
   LiquidForm liquidForm(const InnerSide& side) const;
   void energyFlux(const InnerSide& side);
   void enthalpyFlux(const InnerSide& side);
+  template <bool AIR>
   void moistureFlux(const InnerSide& side);
-  void vapourFlux(const InnerSide& side, double* flux) const;
+  bool dependsOnVelocity(const VELMORA::VelContactCond& contact) const;
+  bool vapourFlux(const InnerSide& side, double* flux) const;
   double liquidFlux(const InnerSide& side) const;
   double potentialJump(const InnerSide& side) const;
   void limitOverfilling(const InnerSide& side);
@@ -70,6 +91,7 @@ class FieldFluxes {
   const SolverState& state_;
   FluxRecords& records_;
   std::vector<InnerSide> sides_;
+  std::vector<AirSpace> airSpaces_;
 };
 
 }  // namespace VELMORA_SOLVER

@@ -42,12 +42,17 @@ struct FluxRecords {
   RecordArray moistureFlux;    ///< per side [kg/s]
   RecordArray vocFlux;         ///< per side [kg/s]
   RecordArray additionalFlux;  ///< per side, for outputs only [kg/s]
+  /// Dry air per side [kg/s] with the sign rule of the other flows, from the last update of the air
+  /// pressures.
+  std::vector<double> airMassFlux;
   RecordArray heatSource;      ///< per element [W/m3]
   RecordArray moistureSource;  ///< per element [kg/(m3 s)]
 
-  // For outputs only, per element: enthalpy of air that flows through [W/m2].
+  // For outputs only, per element: enthalpy of air that flows through [W/m2], and what leaks bring.
   std::vector<double> airFlowEnthalpyIn;
   std::vector<double> airFlowEnthalpyOut;
+  std::vector<double> convectiveMoistureSource;  ///< [kg/m3s]
+  std::vector<double> convectiveAirFlow;         ///< [m3/m2s]
 };
 
 }  // namespace VELMORA_SOLVER

@@ -1,6 +1,8 @@
+#include <array>
 #include <cmath>
 
 #include "foundation/Exception.h"
+#include "foundation/FormatString.h"
 #include "foundation/PhysicalConstants.h"
 #include "solver/Sources.h"
 
@@ -60,6 +62,9 @@ void Sources::heatSource(const Term& term) {
       break;
     case VelFieldCond::C_LW_RADIATION:
       gapRadiation(term);
+      break;
+    case VelFieldCond::C_AMBIENTRADIATION:
+      source += ambientRadiation(term);
       break;
     default:
       break;  // acts on other balances
@@ -149,6 +154,30 @@ void Sources::gapRadiation(const Term& term) {
   if (fc.flags[VelFieldCond::F_LW_RADIATION_Y] && e.lwPartnerBottom >= 0)
     radiate(term, e.lwPartnerBottom, value(fc, VelFieldCond::P_TOP_EMISS_COEFF),
             value(fc, VelFieldCond::P_BOTTOM_EMISS_COEFF), false);
+}
+
+/// Long-wave radiation [W/m3] of a surface with the surroundings. The flow through its side is for outputs
+/// only: it is no part of the sum.
+double Sources::ambientRadiation(const Term& term) {
+  using Model = VELMORA::FieldModelAmbientRadiation;
+  const Element& e = *term.element;
+  const int direction = term.radiationDirection;
+  const std::array<const VELMORA::Side*, 4> sides{e.sideLeft, e.sideRight, e.sideTop, e.sideBottom};
+  const VELMORA::Side* side =
+      direction == Model::D_UNSET ? nullptr : sides[static_cast<std::size_t>(direction)];
+  if (side == nullptr)
+    throw TKL::Exception(TKL::FormatString("Field condition '%1': element %2 has no side that radiates.")
+                             .arg(term.condition->name)
+                             .arg(e.number),
+                         HEAT_SOURCE_ID);
+  const auto emission = static_cast<VelFieldCond::para_t>(VelFieldCond::P_LEFT_EMISS_COEFF + direction);
+  const double T = state_.T[term.number];
+  const double q = (climateOf(*term.condition, VelClimateCond::C_LOWRAD) - TKL::SIGMA * T * T * T * T) *
+                   value(*term.condition, emission);
+  const bool alongX = direction == Model::D_LEFT || direction == Model::D_RIGHT;
+  const double sign = direction == Model::D_LEFT || direction == Model::D_TOP ? 1.0 : -1.0;
+  records_.heatFlux[static_cast<std::size_t>(side->number)][VELMORA::HF_LONGWAVE] = q * side->area * sign;
+  return q / (alongX ? e.dx : e.dy);
 }
 
 /// Radiation between two parallel grey surfaces; what one element gains, its partner loses.

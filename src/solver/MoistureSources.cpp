@@ -33,7 +33,7 @@ double readiness(const VelFieldCond& fc, double x) {
 
 }  // namespace
 
-Sources::MoistureSource Sources::moistureSource(const Term& term) const {
+Sources::MoistureSource Sources::moistureSource(const Term& term) {
   switch (term.condition->condition) {
     case VelFieldCond::C_WATSOURCE:
       return imposedWater(term);
@@ -41,7 +41,10 @@ Sources::MoistureSource Sources::moistureSource(const Term& term) const {
     case VelFieldCond::C_REMWATSINK:
       return remoteWater(term);
     case VelFieldCond::C_AIRCHANGE:
+    case VelFieldCond::C_AMBIENTRADIATION:  // the air before a surface that radiates changes as well
       return airChangeMoisture(term);
+    case VelFieldCond::C_CONVECTIVE_SOURCE:
+      return leakMoisture(term);
     case VelFieldCond::C_AIRFLOW:
       return airFlowMoisture(term);
     default:
@@ -91,6 +94,15 @@ Sources::MoistureSource Sources::airChangeMoisture(const Term& term) const {
   const double inside = state_.pV[term.number] / (T * TKL::R_V);
   // The enthalpies are taken at the temperature of the other side.
   return {(outside - inside) * rate, (TKL::h_v(T) * outside - TKL::h_v(airT) * inside) * rate};
+}
+
+/// Condensate of a leak, as water of the element's temperature.
+Sources::MoistureSource Sources::leakMoisture(const Term& term) {
+  if (term.leak == nullptr) return {};
+  const double s = term.leak->convectiveMoistureSource;
+  records_.convectiveMoistureSource[term.number] = s;
+  records_.convectiveAirFlow[term.number] = term.leak->convectiveAirFlow;
+  return {s, s * TKL::C_W * state_.T[term.number]};
 }
 
 Sources::MoistureSource Sources::airFlowMoisture(const Term& term) const {

@@ -27,6 +27,7 @@ std::string stepSizeText(double h) {
 
 void MonitorFile::open(const TKL::Path& projectFile, bool restart, bool withAir) {
   const char* const FUNC_ID = "[MonitorFile::open]";
+  withAir_ = withAir;
   path_ = projectFile.str() + ".cvode_monitors";
   errno = 0;
   file_.open(path_, restart ? std::ios::app : std::ios::trunc);
@@ -58,7 +59,7 @@ void MonitorFile::writeHeader(const std::string& projectFileName, bool withAir) 
   file_ << std::endl;
 }
 
-void MonitorFile::write(const IntegratorStatistics& s, double relTol) {
+void MonitorFile::write(const IntegratorStatistics& s, double relTol, int pressureUpdates) {
   const char* const FUNC_ID = "[MonitorFile::write]";
   if (!isOpen() || s.steps == 0) return;
   errno = 0;
@@ -70,7 +71,9 @@ void MonitorFile::write(const IntegratorStatistics& s, double relTol) {
         << s.rhsEvaluations << ' ' << std::setw(8) << s.jacobianEvaluations << ' ' << std::setw(8)
         << s.nonlinearIterations << ' ' << std::setw(8) << s.nonlinearFailures << ' ' << std::setw(9)
         << s.errorTestFailures << ' ' << std::setw(5) << s.order << ' ' << std::setw(12)
-        << stepSizeText(s.stepSize) << ' ' << std::setw(10) << tolerance.str() << std::endl;
+        << stepSizeText(s.stepSize) << ' ' << std::setw(10) << tolerance.str();
+  if (withAir_) file_ << ' ' << std::setw(7) << pressureUpdates;
+  file_ << std::endl;
   check("write", FUNC_ID);
 }
 

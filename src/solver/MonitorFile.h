@@ -17,8 +17,9 @@ class MonitorFile {
   void open(const TKL::Path& projectFile, bool restart, bool withAir);
   bool isOpen() const { return file_.is_open(); }
   /// One line; nothing before the first step.
+  /// @param pressureUpdates updates of the air pressures so far, which a file with air shows
   /// @throws TKL::Exception when the file does not take it
-  void write(const IntegratorStatistics& statistics, double relTol);
+  void write(const IntegratorStatistics& statistics, double relTol, int pressureUpdates = 0);
   /// @throws TKL::Exception when the file does not take its end
   void close();
 
@@ -29,6 +30,7 @@ class MonitorFile {
 
   std::ofstream file_;
   std::string path_;
+  bool withAir_ = false;
 };
 
 }  // namespace VELMORA_SOLVER

@@ -5,8 +5,7 @@
 namespace VELMORA_SOLVER {
 
 void OutputArrays::start(std::size_t nElements) {
-  for (auto* values : {&localErrorU_, &localErrorMw_, &heatPipeSupply_, &heatPipeReturn_, &heatPipeHeatFlux_,
-                       &convectiveMoistureSource_, &convectiveAirFlow_})
+  for (auto* values : {&localErrorU_, &localErrorMw_, &heatPipeSupply_, &heatPipeReturn_, &heatPipeHeatFlux_})
     values->assign(nElements, 0.0);
 }
 
@@ -37,8 +36,6 @@ void OutputArrays::show(VELMORA::OutputSource& source) const {
   source.heatPipeSupply = heatPipeSupply_;
   source.heatPipeReturn = heatPipeReturn_;
   source.heatPipeHeatFlux = heatPipeHeatFlux_;
-  source.convectiveMoistureSource = convectiveMoistureSource_;
-  source.convectiveAirFlow = convectiveAirFlow_;
 }
 
 }  // namespace VELMORA_SOLVER

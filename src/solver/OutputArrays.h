@@ -27,11 +27,9 @@ class OutputArrays {
  private:
   std::vector<double> localErrorU_;
   std::vector<double> localErrorMw_;
-  std::vector<double> heatPipeSupply_;            ///< [K]
-  std::vector<double> heatPipeReturn_;            ///< [K]
-  std::vector<double> heatPipeHeatFlux_;          ///< [W]
-  std::vector<double> convectiveMoistureSource_;  ///< [kg/m3s] 0 without a leakage model
-  std::vector<double> convectiveAirFlow_;         ///< [m3/m2s] 0 without a leakage model
+  std::vector<double> heatPipeSupply_;    ///< [K]
+  std::vector<double> heatPipeReturn_;    ///< [K]
+  std::vector<double> heatPipeHeatFlux_;  ///< [W]
 };
 
 }  // namespace VELMORA_SOLVER

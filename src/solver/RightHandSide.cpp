@@ -25,10 +25,11 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
     : data_(data),
       settings_(settings),
       traits_(elementTraits(data.elements, settings)),
+      models_(data),
       decomposition_(settings_, traits_, state),
       fieldFluxes_(data, settings_, traits_, state, records),
       boundaryFluxes_(data, settings_, traits_, state, records),
-      sources_(data, settings_, traits_, state, records) {
+      sources_(data, settings_, traits_, state, records, models_) {
   checkSettings();
   const std::size_t nSides = data_.sides.size();
   const std::size_t nElements = data_.elements.size();
@@ -39,8 +40,10 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
   records.additionalFlux = RecordArray(nSides, VELMORA::NUM_AF);
   records.heatSource = RecordArray(nElements, VELMORA::NUM_HS);
   records.moistureSource = RecordArray(nElements, VELMORA::NUM_MS);
-  records.airFlowEnthalpyIn.assign(nElements, 0.0);
-  records.airFlowEnthalpyOut.assign(nElements, 0.0);
+  records.airMassFlux.assign(nSides, 0.0);
+  for (auto* values : {&records.airFlowEnthalpyIn, &records.airFlowEnthalpyOut,
+                       &records.convectiveMoistureSource, &records.convectiveAirFlow})
+    values->assign(nElements, 0.0);
   for (const Element& e : data_.elements) {
     if (e.material != nullptr) state.rhoCDry[index(e.number)] = e.material->rhoCDry();
     sideNumbers_.push_back(
@@ -54,12 +57,13 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
 
 void RightHandSide::checkSettings() const {
   const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
-  constexpr int AVAILABLE = BE_ENERGY | BE_MOISTURE | BE_ICE;
+  constexpr int AVAILABLE = BE_ENERGY | BE_MOISTURE | BE_ICE | BE_AIR;
   if (settings_.equations.code == 0 || (settings_.equations.code & ~AVAILABLE) != 0)
     throw TKL::Exception(
-        "This version of the solver calculates energy and moisture balances, with or without ice "
-        "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE, or some of them). Air and pollutant balances are not "
-        "available yet.",
+        "This version of the solver calculates energy, moisture and air balances, with or without ice "
+        "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). Pollutant balances are not "
+        "available "
+        "yet.",
         FUNC_ID);
 }
 
@@ -81,6 +85,7 @@ int RightHandSide::calculateFluxesAndSources(double t, const double* y) {
   updateClimate(t);
   const int code = extractStateVariables(t, y);
   if (code != 0) return code;
+  models_.updateConductivities(t, state.T, state.lambda);
   for (auto& condition : data_.boundaryConds) condition.update(state.T);
   if (nInternalBoundarySides_ > 0) reportInternalBoundaryConditions();
   fieldFluxes_.calculate();

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "models/FieldModels.h"
 #include "project/CalculationData.h"
 #include "solver/BoundaryFluxes.h"
 #include "solver/Decomposition.h"
@@ -62,6 +63,7 @@ class RightHandSide : public OdeSystem {
   VELMORA::CalculationData& data_;
   const ModelSettings settings_;
   const std::vector<ElementTraits> traits_;
+  VELMORA::FieldModels models_;
   Decomposition decomposition_;
   FieldFluxes fieldFluxes_;
   BoundaryFluxes boundaryFluxes_;

@@ -4,7 +4,6 @@
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
-#include "keywords/KeywordList.h"
 
 namespace VELMORA_SOLVER {
 
@@ -12,9 +11,9 @@ using VELMORA::Element;
 using VELMORA::VelFieldCond;
 
 Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
-                 const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records)
-    : data_(data), settings_(settings), traits_(traits), state_(state), records_(records) {
-  checkConditions();
+                 const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records,
+                 VELMORA::FieldModels& models)
+    : data_(data), settings_(settings), traits_(traits), state_(state), records_(records), models_(models) {
   for (const Element& element : data_.elements)
     for (const VelFieldCond* condition : element.fieldConds) {
       Term term;
@@ -22,34 +21,20 @@ Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
       term.element = &element;
       term.number = static_cast<std::size_t>(element.number);
       term.window = ActivityWindow(condition->startTime, condition->endTime);
+      term.leak = models.leakOf(*condition);
+      term.radiationDirection = models.radiationDirectionOf(*condition);
       terms_.push_back(term);
     }
-}
-
-/// Conditions that act on the balances but have no formula in this version must not be dropped silently.
-void Sources::checkConditions() const {
-  const char* const FUNC_ID = "[RightHandSide::checkConditions]";
-  for (const VelFieldCond& fc : data_.fieldConds) {
-    const bool model = fc.condition == VelFieldCond::C_GAS_CONVECTION ||
-                       fc.condition == VelFieldCond::C_CONVECTIVE_SOURCE ||
-                       fc.condition == VelFieldCond::C_AMBIENTRADIATION;
-    if (!model) continue;
-    throw TKL::Exception(
-        TKL::FormatString("Field condition '%1': TYPE = %2 is not available in this version.")
-            .arg(fc.name)
-            .arg(VELMORA::KeywordList::Keyword("VelFieldCond::condition_t",
-                                               static_cast<unsigned>(fc.condition))),
-        FUNC_ID);
-  }
 }
 
 void Sources::calculate(double t) {
   records_.heatSource.clear();
   records_.moistureSource.clear();
-  std::fill(records_.airFlowEnthalpyIn.begin(), records_.airFlowEnthalpyIn.end(), 0.0);
-  std::fill(records_.airFlowEnthalpyOut.begin(), records_.airFlowEnthalpyOut.end(), 0.0);
+  for (auto* values : {&records_.airFlowEnthalpyIn, &records_.airFlowEnthalpyOut,
+                       &records_.convectiveMoistureSource, &records_.convectiveAirFlow})
+    std::fill(values->begin(), values->end(), 0.0);
   if (terms_.empty()) return;
-  updateConditions();
+  updateConditions(t);
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
   for (const Term& term : terms_) {
@@ -67,14 +52,16 @@ void Sources::calculate(double t) {
   }
 }
 
-/// Means over the elements of every condition, before the first source needs those of another.
-void Sources::updateConditions() {
+/// Means over the elements of every condition, before the first source needs those of another; then the
+/// leaks.
+void Sources::updateConditions(double t) {
   for (VelFieldCond& condition : data_.fieldConds) {
     condition.meanTemperature =
         condition.volumeMean(data_.elements, [this](std::size_t e) { return state_.T[e]; });
     condition.meanSaturation =
         condition.volumeMean(data_.elements, [this](std::size_t e) { return saturation(e); });
   }
+  models_.updateLeaks(t, state_.T);
 }
 
 /// Moisture content by effective saturation [-], 0 for a material that has none.

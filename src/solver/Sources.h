@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "models/FieldModels.h"
 #include "project/CalculationData.h"
 #include "solver/ActivityWindow.h"
 #include "solver/ElementTraits.h"
@@ -12,14 +13,14 @@
 namespace VELMORA_SOLVER {
 
 /// Sources of heat [W/m3] and moisture [kg/(m3 s)] that field conditions add inside of elements: imposed
-/// ones, exchange between two regions, phase change material, air change, fluids that flow through, and
-/// long-wave radiation across a gap.
+/// ones, exchange between two regions, phase change material, air change, fluids that flow through, leaks,
+/// and long-wave radiation across a gap or to the surroundings.
 class Sources {
  public:
   /// All arguments must live as long as this object; `data` must keep its vectors.
-  /// @throws TKL::Exception for a condition that acts on the balance equations and has no formula yet
   Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
-          const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records);
+          const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records,
+          VELMORA::FieldModels& models);
 
   /// All sources at time t [s], with their sums. The climate must be that of t.
   /// @throws TKL::Exception for a missing climate condition or remote condition
@@ -32,6 +33,8 @@ class Sources {
     const VELMORA::Element* element = nullptr;
     std::size_t number = 0;  ///< of the element
     ActivityWindow window;
+    const VELMORA::WTAConvectionModel* leak = nullptr;                      ///< of the condition
+    int radiationDirection = VELMORA::FieldModelAmbientRadiation::D_UNSET;  ///< of the condition
   };
 
   /// Where a flow comes from: an element, or the climate if there is none.
@@ -46,8 +49,7 @@ class Sources {
     double energy = 0.0;  ///< [W/m3]
   };
 
-  void checkConditions() const;
-  void updateConditions();
+  void updateConditions(double t);
   double saturation(std::size_t element) const;
 
   static Upstream upstream(const Term& term);
@@ -61,9 +63,11 @@ class Sources {
   double remoteHeat(const Term& term) const;
   double phaseChangeHeat(const Term& term) const;
   void gapRadiation(const Term& term);
+  double ambientRadiation(const Term& term);
   void radiate(const Term& term, int partner, double emissivity1, double emissivity2, bool alongX);
 
-  MoistureSource moistureSource(const Term& term) const;
+  MoistureSource moistureSource(const Term& term);
+  MoistureSource leakMoisture(const Term& term);
   MoistureSource imposedWater(const Term& term) const;
   MoistureSource remoteWater(const Term& term) const;
   MoistureSource airChangeMoisture(const Term& term) const;
@@ -74,6 +78,7 @@ class Sources {
   const std::vector<ElementTraits>& traits_;
   const SolverState& state_;
   FluxRecords& records_;
+  VELMORA::FieldModels& models_;
   std::vector<Term> terms_;
 };
 

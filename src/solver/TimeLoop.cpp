@@ -46,6 +46,11 @@ void VelmoraCvodeSolver::initStep() {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::initStep]";
   if (!initialized) throw TKL::Exception("Solver not initialized!", FUNC_ID);
   feedback.start();
+  if (equations_.has(BE_AIR)) {
+    rhs_->updateClimate(t);
+    rhs_->calculateFluxesAndSources(t, integrator_.state().data());
+    updateAirFlow(t);
+  }
   rhs_->calculateFluxesAndSources(t, integrator_.state().data());
   if (flags_.restart)
     resumeOutputs();
@@ -111,6 +116,7 @@ int VelmoraCvodeSolver::calculate(double time, const double* y, double* ydot) {
 }
 
 void VelmoraCvodeSolver::step() {
+  updateAirFlow(t);
   const int flag = integrator_.step(tEnd_, t);
   const double h = integrator_.lastStepSize();
   if (stopRequested()) abortRequested = true;
@@ -123,7 +129,7 @@ void VelmoraCvodeSolver::step() {
   notFinite_.reset();
   const auto& settings = init_.solverSettings.cvodeSettings;
   if (settings.useMonitorsFile && settings.useOneStepMonitors)
-    monitors_.write(integrator_.statistics(), tolerance_.relTol);
+    monitors_.write(integrator_.statistics(), tolerance_.relTol, airFlow_.updateCount);
   finishStep(h);
   // A re-initialisation forgets the last step, which the outputs inside it need: it waits for a step
   // without outputs.
@@ -260,7 +266,7 @@ void VelmoraCvodeSolver::writeDueOutputs() {
   if (outputsEnabled) {
     writeOutput(nextOutputTime_);
     if (settings.useMonitorsFile && !settings.useOneStepMonitors)
-      monitors_.write(integrator_.statistics(), tolerance_.relTol);
+      monitors_.write(integrator_.statistics(), tolerance_.relTol, airFlow_.updateCount);
   }
 }
 
@@ -298,6 +304,12 @@ void VelmoraCvodeSolver::writeOutput(double time) {
     source.moistureFluxSum = view(stepSums_.moistureFlux);
     source.additionalFlux = view(records.additionalFlux);
     source.additionalFluxSum = view(stepSums_.additionalFlux);
+    source.convectiveMoistureSource = records.convectiveMoistureSource;
+    source.convectiveAirFlow = records.convectiveAirFlow;
+  }
+  if (equations_.has(BE_AIR)) {
+    source.pAir = state.pAir;
+    source.airMassFlux = records.airMassFlux;
   }
   if (equations_.has(BE_ICE)) {
     source.iceRatio = freezeThaw_.iceSaturation();

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "airflow/AirFlowLibrary.h"
 #include "foundation/Path.h"
 #include "foundation/StopWatch.h"
 #include "output/OutputWriter.h"
@@ -97,9 +98,11 @@ class VelmoraCvodeSolver : public OdeSystem {
   void configureIntegrator();
   void initOutputTimes();
   void initFreezeThaw(const VELMORA::VelProject& project);
+  void initAirFlow();
 
   // time loop, TimeLoop.cpp
   void step();
+  void updateAirFlow(double time);
   void timedFeedback();
   void handleFailedStep(int flag);
   void abortBehindStep(int flag, double h);
@@ -133,6 +136,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   std::vector<int> integratedSides_;  ///< whose flows go into the file of sums
   OutputArrays outputArrays_;
   std::optional<NotFinite> notFinite_;  ///< found in the step that is being tried
+  VELMORA::AirFlowLibrary airFlow_;     ///< empty without an air balance
   Integrator integrator_;
   ToleranceAdaption tolerance_;
   MonitorFile monitors_;
@@ -144,6 +148,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   double tEnd_ = 0.0;
   double startTimeOffset_ = 0.0;
   double nextOutputTime_ = 0.0;
+  double nextPressureUpdate_ = 0.0;  ///< [s], -1: no further one
 };
 
 }  // namespace VELMORA_SOLVER

@@ -43,6 +43,7 @@ void VelmoraCvodeSolver::clear() {
   fluxSumsFile_.reset();
   integratedSides_.clear();
   notFinite_.reset();
+  airFlow_.clear();
   rhs_.reset();
   data_ = VELMORA::CalculationData();
   feedback = Feedback();
@@ -98,6 +99,7 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   initSolutionVector();
   checkMaterials();
   rhs_ = std::make_unique<RightHandSide>(data_, ModelSettings::of(init_, disc_));
+  initAirFlow();
   initTolerances();
   progress("Setting initial conditions\n");
   if (flags_.restart) {

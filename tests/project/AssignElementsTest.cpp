@@ -105,22 +105,25 @@ TEST(AssignFieldConds, voids_areLeftOut) {
   EXPECT_DOUBLE_EQ(conditions[0].volume, 5.0);
 }
 
-TEST(AssignFieldConds, conditionsWithAModel_getItReady) {
-  const std::pair<VelFieldCond::condition_t, std::string> TYPES[] = {
-      {VelFieldCond::C_GAS_CONVECTION, "GAS_CONVECTION"},
-      {VelFieldCond::C_CONVECTIVE_SOURCE, "CONVECTIVE_SOURCE"},
-      {VelFieldCond::C_AMBIENTRADIATION, "AMBIENTRADIATION"}};
-  for (const auto& [type, keyword] : TYPES) {
-    Row row({select(VelSelection::A_FIELDCOND, "a", 0, 1)});
+TEST(AssignFieldConds, conditionsWithAModel_keepTheirRectangles) {
+  for (const VelFieldCond::condition_t type :
+       {VelFieldCond::C_GAS_CONVECTION, VelFieldCond::C_CONVECTIVE_SOURCE, VelFieldCond::C_AMBIENTRADIATION}) {
+    Row row({select(VelSelection::A_FIELDCOND, "a", 0, 1), select(VelSelection::A_FIELDCOND, "a", 2, 2)});
     std::vector<VelFieldCond> conditions{named<VelFieldCond>("a")};
     conditions[0].condition = type;
-    EXPECT_EQ(
-        TKL::thrownBy([&] { assignFieldConds(row.assignments, conditions, row.indexMatrix, row.elements); }),
-        (TKL::Thrown{
-            "The model of field condition 'a' with type '" + keyword + "' is not available in this version.",
-            "[VelFieldCond::prepareModel]"}));
-    EXPECT_EQ(conditions[0].elements.size(), 2u) << "the elements come first";
+    assignFieldConds(row.assignments, conditions, row.indexMatrix, row.elements);
+    ASSERT_EQ(conditions[0].modelRanges.size(), 2u);
+    EXPECT_EQ(conditions[0].modelRanges[0].right, 1);
+    EXPECT_EQ(conditions[0].modelRanges[1].left, 2);
   }
+}
+
+TEST(AssignFieldConds, conditionWithoutAModel_keepsNoRectangle) {
+  Row row({select(VelSelection::A_FIELDCOND, "a", 0, 1)});
+  std::vector<VelFieldCond> conditions{named<VelFieldCond>("a")};
+  conditions[0].condition = VelFieldCond::C_AIRCHANGE;
+  assignFieldConds(row.assignments, conditions, row.indexMatrix, row.elements);
+  EXPECT_TRUE(conditions[0].modelRanges.empty());
 }
 
 TEST(AssignFieldConds, missingCondition_fails) {

@@ -141,10 +141,18 @@ TEST(VelFieldCondCheck, gapInclination_liesBetweenZeroAndNinetyDegrees) {
             outOfRange("GC_INCLINATION", ">= 0 Deg"));
 }
 
-TEST(VelFieldCondCheck, leakageModel_isNotAvailable) {
-  EXPECT_EQ(check("CONVECTIVE_SOURCE", "NAME = leak"),
-            (Thrown{"The leakage model of field condition 'leak' is not available in this version.",
-                    "[VelFieldCond::checkParameters]"}));
+TEST(VelFieldCondCheck, leak_needsItsThreeParametersInRange) {
+  const std::string flow = "CMP_Q50 = 0 m3/m2s\n", height = "CMP_HEIGHT = 1 m\n";
+  const std::string fans = "CMP_DIFFPRESSURE_MECH = 0 Pa\n";
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + height + fans), nothingThrown());
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", height + fans), required("CMP_Q50", LOWER_LIMIT));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + fans), required("CMP_HEIGHT", LOWER_LIMIT));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + height), required("CMP_DIFFPRESSURE_MECH", LOWER_LIMIT));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", "CMP_Q50 = -1 m3/m2s\n" + height + fans),
+            outOfRange("CMP_Q50", ">= 0 m3/m2s"));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + "CMP_HEIGHT = 0 m\n" + fans), outOfRange("CMP_HEIGHT", "> 0 m"));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + height + "CMP_DIFFPRESSURE_MECH = -1 Pa\n"),
+            outOfRange("CMP_DIFFPRESSURE_MECH", ">= 0 Pa"));
 }
 
 TEST(VelFieldCondCheck, conditionWithoutRule_passes) {

@@ -180,11 +180,17 @@ TEST(VelFieldCond, parameterWithUnknownUnit_isReportedAndReadingGoesOn) {
                           FIELDCOND_READ, -1));
 }
 
-TEST(VelFieldCond, leakageBlock_isKeptForItsModel) {
+TEST(VelFieldCond, leakageBlock_isReadByItsDefinition) {
   const FC fc = readFieldCond(LEAKAGE);
   ASSERT_TRUE(fc.wtaModel.has_value());
-  EXPECT_EQ(fc.wtaModel->text.size(), 6u);
-  EXPECT_EQ(fc.wtaModel->text.begin()->text, "CMC_INDOOR_TEMPER = room air");
+  EXPECT_DOUBLE_EQ(fc.wtaModel->leakCoefficient, 3.0 / 3600.0 / 750.0);
+}
+
+TEST(VelFieldCond, timesAndFlagsOfALeakageBlock_areThoseOfTheCondition) {
+  const FC fc = readFieldCond(LEAKAGE + "\nSTART_TIME = 1 h\nEND_TIME = 2 h\nFLAGS = CONVECTION_X");
+  EXPECT_DOUBLE_EQ(fc.startTime.value, 3600.0);
+  EXPECT_DOUBLE_EQ(fc.endTime.value, 7200.0);
+  EXPECT_TRUE(fc.flags[FC::F_CONVECTION_X]);
 }
 
 TEST(VelFieldCond, leakageBlock_givesNameAndClimateNames) {
@@ -199,16 +205,10 @@ TEST(VelFieldCond, leakageBlock_isNotReadByTheOtherKeywords) {
   const FC fc = readFieldCond("TYPE = CONVECTIVE_SOURCE\nTEMPER = air\nMAX_WATCONT = 1 m3/m3\nCOLOUR = red");
   EXPECT_TRUE(fc.climateNames[VelClimateCond::C_TEMPER].empty());
   EXPECT_FALSE(fc.para[FC::P_MAX_WATCONT].isSet());
-  EXPECT_TRUE(capture.messages.empty());
-}
-
-TEST(VelFieldCond, modelThatIsNotThere_fails) {
-  FC fc = readFieldCond("TYPE = GAS_CONVECTION\nNAME = gap");
-  EXPECT_EQ(
-      TKL::thrownBy([&] { fc.prepareModel(VelSelection(), IndexMatrix(1, 1), {}); }),
-      (Thrown{
-          "The model of field condition 'gap' with type 'GAS_CONVECTION' is not available in this version.",
-          "[VelFieldCond::prepareModel]"}));
+  for (const char* keyword : {"TEMPER", "MAX_WATCONT", "COLOUR"})
+    EXPECT_TRUE(capture.has("Invalid or deprecated keyword '" + std::string(keyword) + "' in this section!",
+                            TKL::MSG_WARNING, "[WTAConvectionModel::read]", 3))
+        << keyword;
 }
 
 TEST(VelFieldCond, climateCondition_isFoundByName) {

@@ -139,14 +139,6 @@ TEST_F(HeatSourceTest, missingRemoteCondition_isReported) {
   }
 }
 
-TEST_F(HeatSourceTest, conditionWithoutFormula_isRefused) {
-  act(VelFieldCond::C_GAS_CONVECTION, {UPPER_LEFT});
-  const TKL::Thrown expected{
-      "Field condition 'First': TYPE = GAS_CONVECTION is not available in this version.",
-      "[RightHandSide::checkConditions]"};
-  EXPECT_EQ(failure(), expected);
-}
-
 // ---- air change
 
 TEST_F(HeatSourceTest, airChange_replacesAirAtItsRate) {

@@ -78,6 +78,7 @@ struct MoistArrays {
     records.moistureFlux = RecordArray(data.sides.size(), VELMORA::NUM_MF);
     records.vocFlux = RecordArray(data.sides.size(), VELMORA::NUM_VF);
     records.additionalFlux = RecordArray(data.sides.size(), VELMORA::NUM_AF);
+    records.airMassFlux.assign(data.sides.size(), 0.0);
   }
 
   std::vector<ElementTraits> traits;

@@ -67,6 +67,15 @@ TEST(MonitorFile, line_standsBelowItsTitles) {
       "    1.000000e-05\n");
 }
 
+TEST(MonitorFile, lineOfARunWithAir_endsInItsPressureUpdates) {
+  const TKL::TempFolder folder;
+  MonitorFile file;
+  file.open(TKL::Path(folder.file("wall.vel")), true, true);
+  file.write(someStatistics(), 1e-5, 42);
+  const std::string text = folder.read("wall.vel.cvode_monitors");
+  EXPECT_NE(text.find(" 1.000000e-05 42     \n"), std::string::npos) << text;
+}
+
 TEST(MonitorFile, smallStep_isScientific) {
   const TKL::TempFolder folder;
   MonitorFile file;

@@ -247,25 +247,15 @@ TEST_F(RightHandSideTest, conditionWithoutQuantity_isWarnedOfAndIgnored) {
   EXPECT_EQ(flux(element(0, 0).sideLeft)[VELMORA::HF_SUM], 0.0);
 }
 
-TEST_F(RightHandSideTest, modelOfConvection_isRefused) {
-  setUp();
-  data.fieldConds.emplace_back();
-  data.fieldConds.back().name = "Gap";
-  data.fieldConds.back().condition = VELMORA::VelFieldCond::C_GAS_CONVECTION;
-  EXPECT_EQ(TKL::thrownBy([&] { build(); }),
-            (TKL::Thrown{"Field condition 'Gap': TYPE = GAS_CONVECTION is not available in this version.",
-                         "[RightHandSide::checkConditions]"}));
-}
-
 TEST_F(RightHandSideTest, otherBalances_areRefused) {
   setUp();
-  for (const int code : {0, 5, 7, 17, 19, 21, 23}) {
+  for (const int code : {0, 17, 19, 21, 23}) {
     ModelSettings settings;
     settings.equations = BalanceEquations{code, 1};
     EXPECT_EQ(TKL::thrownBy([&] { RightHandSide(data, settings); }),
-              (TKL::Thrown{"This version of the solver calculates energy and moisture balances, with or "
-                           "without ice (BALANCE_EQUATIONS = ENERGY MOISTURE ICE, or some of them). Air and "
-                           "pollutant balances are not available yet.",
+              (TKL::Thrown{"This version of the solver calculates energy, moisture and air balances, with or "
+                           "without ice (BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). "
+                           "Pollutant balances are not available yet.",
                            "[RightHandSide::RightHandSide]"}))
         << code;
   }

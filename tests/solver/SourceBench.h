@@ -25,14 +25,19 @@ class SourceBench : public ::testing::Test {
 
   explicit SourceBench(int equations) : settings(moistSettings(equations)) {
     data.elements.resize(NUM_CELLS);
+    data.indexMatrix = VELMORA::IndexMatrix(2, 2);
     for (std::size_t e = 0; e < NUM_CELLS; ++e) {
       VELMORA::Element& element = data.elements[e];
       element.number = static_cast<int>(e);
+      element.i = static_cast<int>(e % 2);
+      element.j = static_cast<int>(e / 2);
+      data.indexMatrix.set(element.i, element.j, element.number);
       element.dx = dx[e % 2];
       element.dy = dy[e / 2];
       element.volume = element.dx * element.dy;
     }
     data.sides.resize(5);
+    for (std::size_t n = 0; n < data.sides.size(); ++n) data.sides[n].number = static_cast<int>(n);
     beside(data.sides[0], UPPER_LEFT, UPPER_RIGHT);
     beside(data.sides[1], LOWER_LEFT, LOWER_RIGHT);
     above(data.sides[2], UPPER_LEFT, LOWER_LEFT);
@@ -52,6 +57,8 @@ class SourceBench : public ::testing::Test {
     arrays.records.moistureSource = RecordArray(NUM_CELLS, VELMORA::NUM_MS);
     arrays.records.airFlowEnthalpyIn.assign(NUM_CELLS, 0.0);
     arrays.records.airFlowEnthalpyOut.assign(NUM_CELLS, 0.0);
+    arrays.records.convectiveMoistureSource.assign(NUM_CELLS, 0.0);
+    arrays.records.convectiveAirFlow.assign(NUM_CELLS, 0.0);
     s.T = {300.0, 290.0, 285.0, 280.0};
     s.pV = {1500.0, 900.0, 700.0, 500.0};
     s.Theta = {0.1, 0.05, 0.02, 0.15};
@@ -91,7 +98,8 @@ class SourceBench : public ::testing::Test {
 
   void calculate(double t = 1000.0) {
     arrays.traits = elementTraits(data.elements, settings);
-    Sources(data, settings, arrays.traits, s, arrays.records).calculate(t);
+    VELMORA::FieldModels models(data);
+    Sources(data, settings, arrays.traits, s, arrays.records, models).calculate(t);
   }
   TKL::Thrown failure() {
     return TKL::thrownBy([this] { calculate(); });
