@@ -24,9 +24,8 @@ constexpr double HIGHEST_T = 2000.0;                     // [K] a trial state be
 }  // namespace
 
 int Decomposition::decompose(std::size_t element, double t) {
-  switch (settings_.equations.code) {
+  switch (storing_) {
     case BE_ENERGY:
-    case BE_ENERGY | BE_AIR:
       decomposeH(element);
       return 0;
     case BE_MOISTURE:
@@ -34,7 +33,6 @@ int Decomposition::decompose(std::size_t element, double t) {
       return 0;
     case BE_ENERGY | BE_MOISTURE:
     case BE_ENERGY | BE_MOISTURE | BE_ICE:
-    case BE_ENERGY | BE_MOISTURE | BE_AIR:
       return decomposeHM(element, t);
     default:
       throw std::runtime_error(

@@ -27,7 +27,11 @@ class Decomposition {
  public:
   /// The state and the traits must live as long as this object.
   Decomposition(const ModelSettings& settings, const std::vector<ElementTraits>& traits, SolverState& state)
-      : settings_(settings), hasIce_(settings.equations.has(BE_ICE)), traits_(traits), state_(state) {}
+      : settings_(settings),
+        storing_(settings.equations.code & ~BE_AIR),
+        hasIce_(settings.equations.has(BE_ICE)),
+        traits_(traits),
+        state_(state) {}
 
   /// Decomposes an element by the balance equations of the run at time t [s].
   /// @return 0, or 1 when the state is so far off that a shorter step is needed
@@ -46,6 +50,7 @@ class Decomposition {
                                               const MM::Material& material);
 
   const ModelSettings& settings_;
+  const int storing_;  ///< code of the equations that have a state of their own: air has none
   const bool hasIce_;
   const std::vector<ElementTraits>& traits_;
   SolverState& state_;

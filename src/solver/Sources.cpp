@@ -30,10 +30,10 @@ Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
 void Sources::calculate(double t) {
   records_.heatSource.clear();
   records_.moistureSource.clear();
+  if (terms_.empty()) return;  // nothing writes to the arrays below
   for (auto* values : {&records_.airFlowEnthalpyIn, &records_.airFlowEnthalpyOut,
                        &records_.convectiveMoistureSource, &records_.convectiveAirFlow})
     std::fill(values->begin(), values->end(), 0.0);
-  if (terms_.empty()) return;
   updateConditions(t);
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
