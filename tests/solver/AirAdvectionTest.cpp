@@ -17,7 +17,7 @@ namespace VELMORA_SOLVER {
 
 namespace {
 
-constexpr double LAYER = 0.1;          // [m]
+constexpr double BLOWN_LAYER = 0.1;    // [m]
 constexpr double LAYER_KG = 1e-2;      // [s]
 constexpr double OPEN_AREA = 1e3;      // [s/m] no resistance at the surfaces
 constexpr double LAYER_LAMBDA = 0.04;  // [W/mK]
@@ -46,15 +46,16 @@ ProfileError compare(const std::vector<double>& values, double Pe) {
   return error;
 }
 
-/// A layer whose outermost centres lie `LAYER` apart, with the pressure that drives `m` [kg/s] through it.
+/// A layer whose outermost centres lie `BLOWN_LAYER` apart, with the pressure that drives `m` [kg/s] through
+/// it.
 WallProblem blownLayer(int cells, double m, const std::string& balances) {
-  const double h = LAYER / (cells - 1);
+  const double h = BLOWN_LAYER / (cells - 1);
   WallProblem problem(std::vector<double>(static_cast<std::size_t>(cells), h));
   problem.balances = balances;
   problem.relTol = 1e-9;
   problem.duration = 1e12;
   problem.maxStep = 1e8;
-  const double dp = m * (LAYER / LAYER_KG + 2.0 / OPEN_AREA);
+  const double dp = m * (BLOWN_LAYER / LAYER_KG + 2.0 / OPEN_AREA);
   problem.constantClimate("Front pressure", "GASPRESS", number(101325.0 + dp) + " Pa");
   problem.constantClimate("Back pressure", "GASPRESS", "101325 Pa");
   return problem;
@@ -65,7 +66,7 @@ double flowOfAir(const WallRun& run) {
 }
 
 ProfileError heatProfile(double Pe, int cells) {
-  const double m = Pe * LAYER_LAMBDA / (TKL::C_A * LAYER);
+  const double m = Pe * LAYER_LAMBDA / (TKL::C_A * BLOWN_LAYER);
   WallProblem problem = blownLayer(cells, m, "ENERGY AIR");
   problem.materialText(problem.all(), "Wool",
                        "RHO = 50 kg/m3\nCE = 1000 J/kgK\nLAMBDA = " + number(LAYER_LAMBDA) +
@@ -87,7 +88,7 @@ ProfileError heatProfile(double Pe, int cells) {
 }
 
 ProfileError vapourProfile(double Pe, int cells) {
-  const double m = Pe * std::pow(10.0, LAYER_LG_KV) * 101325.0 / (AIR_SHARE * LAYER);
+  const double m = Pe * std::pow(10.0, LAYER_LG_KV) * 101325.0 / (AIR_SHARE * BLOWN_LAYER);
   WallProblem problem = blownLayer(cells, m, "ENERGY MOISTURE AIR");
   problem.settings = "ABS_TOL_MOISTURE = 1e-9\n";
   PorousMaterial wool;
