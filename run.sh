@@ -21,7 +21,7 @@ done
 [ -n "$project" ] || project=$root/examples/outer_wall/outer_wall.vel
 [ -f "$project" ] || { echo "run.sh: no such project file: $project" >&2; exit 1; }
 
-"$root/tools/install_packages.sh" g++ cmake ninja-build libsundials-dev python3 python3-matplotlib
+"$root/tools/install_packages.sh" g++ cmake ninja-build libsundials-dev libsuitesparse-dev python3 python3-matplotlib
 
 [ -f "$root/build/release/build.ninja" ] || (cd "$root" && cmake --preset release >/dev/null)
 ninja -C "$root/build/release" --quiet solver

@@ -7,7 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$root"
 jobs=$(nproc)
 
-tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libgtest-dev libgmock-dev clang-format-14 \
+tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libsuitesparse-dev libgtest-dev libgmock-dev clang-format-14 \
   python3 python3-matplotlib valgrind
 
 echo "== Layout"

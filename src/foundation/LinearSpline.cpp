@@ -22,11 +22,6 @@ namespace {
 
 constexpr std::uint32_t MAX_BINARY_SIZE = 10000;
 
-/// Index of the first x that is not less than `at`; `at` must not be above the last x.
-std::size_t lowerBound(const std::vector<double>& x, double at) {
-  return static_cast<std::size_t>(std::lower_bound(x.begin(), x.end(), at) - x.begin());
-}
-
 /// Equidistant table without search; beyond the end the last value. The line of an interval is taken from
 /// the origin of x, not from `xOffset`.
 double equidistantValue(const LinearSpline& spline, double at) {
@@ -63,7 +58,7 @@ double LinearSpline::value(double at) const {
   if (at > x[n - 1]) {
     return extrapolationMethod == EM_CONSTANT ? y[n - 1] : (at - x[n - 1]) * slope[n - 2] + y[n - 1];
   }
-  const std::size_t k = lowerBound(x, at);
+  const std::size_t k = index_.firstNotBelow(x, at);
   if (k == 0) {
     return extrapolationMethod == EM_CONSTANT ? y[0] : (at - x[0]) * slope[0] + y[0];
   }
@@ -80,7 +75,7 @@ double LinearSpline::nonInterpolatedValue(double at) const {
   if (at > x[n - 1]) {
     return y[n - 1];
   }
-  const std::size_t k = lowerBound(x, at);
+  const std::size_t k = index_.firstNotBelow(x, at);
   if (k == 0) {
     return y[0];
   }
@@ -135,6 +130,7 @@ void LinearSpline::setValues(const std::vector<double>& xValues, const std::vect
 bool LinearSpline::makeSpline(std::string& errorMessage) {
   valid = false;
   slope.clear();
+  index_ = IntervalIndex();
   if (x.empty() || x.size() != y.size()) {
     errorMessage = "Invalid vector dimensions.";
     return false;
@@ -150,6 +146,7 @@ bool LinearSpline::makeSpline(std::string& errorMessage) {
   for (std::size_t i = 0; i + 1 < x.size(); ++i) {
     slope.push_back((y[i + 1] - y[i]) / (x[i + 1] - x[i]));
   }
+  index_ = IntervalIndex(x);
   valid = true;
   return true;
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "foundation/IntervalIndex.h"
+
 namespace TKL {
 
 /// Piecewise linear function on strictly increasing x values. A single point is a constant function.
@@ -24,7 +26,7 @@ class LinearSpline {
   LinearSpline& operator=(LinearSpline&&) = default;
   virtual ~LinearSpline() = default;
 
-  /// The interpolated value; exact at the nodes. O(log n), no allocation. The table must be valid.
+  /// The interpolated value; exact at the nodes. a few comparisons, no allocation. The table must be valid.
   double value(double at) const;
   /// The step value: y of the last node that is not above `at`. The table must be valid.
   double nonInterpolatedValue(double at) const;
@@ -70,6 +72,9 @@ class LinearSpline {
   std::vector<double> y;                  ///< as long as `x`
   std::vector<double> slope;              ///< one per interval
   bool valid = false;                     ///< true only after a successful `makeSpline`
+
+ private:
+  IntervalIndex index_;  ///< of `x`
 };
 
 }  // namespace TKL

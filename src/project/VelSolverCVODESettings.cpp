@@ -1,5 +1,9 @@
 #include "project/VelSolverCVODESettings.h"
 
+#include <utility>
+
+#include "foundation/Exception.h"
+#include "foundation/FormatString.h"
 #include "foundation/StringUtilities.h"
 #include "keywords/KeywordList.h"
 
@@ -37,6 +41,21 @@ constexpr Entry<bool> SWITCHES[] = {
     {"USE_STRICT_RANGE_CHECKING", &VelSolverCVODESettings::useStrictRangeChecking},
 };
 
+VelSolverCVODESettings::linear_solver_t linearSolverOf(const std::string& word) {
+  const char* const FUNC_ID = "[VelSolverCVODESettings::read]";
+  constexpr std::pair<const char*, VelSolverCVODESettings::linear_solver_t> WORDS[] = {
+      {"AUTO", VelSolverCVODESettings::L_AUTO},
+      {"BAND", VelSolverCVODESettings::L_BAND},
+      {"KLU", VelSolverCVODESettings::L_KLU},
+      {"BLOCK", VelSolverCVODESettings::L_BLOCK},
+  };
+  for (const auto& [name, value] : WORDS)
+    if (word == name) return value;
+  throw TKL::Exception(
+      TKL::FormatString("Unknown linear solver '%1', expected one of AUTO, BAND, KLU, BLOCK.").arg(word),
+      FUNC_ID);
+}
+
 /// Reads a plain number or a switch; false where the keyword names neither.
 bool readEntry(const KeywordLine& line, VelSolverCVODESettings& settings) {
   for (const auto& entry : NUMBERS)
@@ -54,6 +73,10 @@ bool readEntry(const KeywordLine& line, VelSolverCVODESettings& settings) {
       settings.*entry.field = isYes(line.value);
       return true;
     }
+  if (line.keyword == "LINEAR_SOLVER") {
+    settings.linearSolver = linearSolverOf(line.value);
+    return true;
+  }
   return false;
 }
 
@@ -77,6 +100,7 @@ void VelSolverCVODESettings::clear() {
   useOneStepMonitors = false;
   preventOverfilling = true;
   useStrictRangeChecking = false;
+  linearSolver = L_AUTO;
 }
 
 void VelSolverCVODESettings::read(const SectionText& text) {

@@ -13,6 +13,9 @@ class VelSolverCVODESettings {
  public:
   /// Indices of the keywords of "VelSolverCVODESettings::solver_para_t".
   enum solver_para_t { P_INITIAL_DT, P_MAX_DT, P_MIN_DT, NUM_P };
+  /// How the linear equations of a step are solved: by the shape of the construction, by a band matrix, by
+  /// complete sparse factors, or by blocks of neighbouring elements.
+  enum linear_solver_t { L_AUTO, L_BAND, L_KLU, L_BLOCK };
 
   std::array<TKL::Parameter, NUM_P> para;  ///< [s] time steps
   double relTol;                           ///< [-] relative tolerance of all balance equations
@@ -29,6 +32,7 @@ class VelSolverCVODESettings {
   bool useOneStepMonitors;
   bool preventOverfilling;
   bool useStrictRangeChecking;
+  linear_solver_t linearSolver;
 
   VelSolverCVODESettings() { clear(); }
 

@@ -1,15 +1,15 @@
 #include "solver/Integrator.h"
 
 #include <nvector/nvector_serial.h>
-#include <sunlinsol/sunlinsol_band.h>
-#include <sunmatrix/sunmatrix_band.h>
 
+#include <new>
 #include <string>
 #include <utility>
 
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
+#include "solver/VectorOperations.h"
 
 namespace VELMORA_SOLVER {
 
@@ -30,8 +30,7 @@ Integrator::~Integrator() {
 
 void Integrator::clear() {
   CVodeFree(&cvode_);
-  if (linearSolver_ != nullptr) SUNLinSolFree(std::exchange(linearSolver_, nullptr));
-  if (matrix_ != nullptr) SUNMatDestroy(std::exchange(matrix_, nullptr));
+  linearSolver_.reset();
   for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &absTol_, &errorWeights_, &localErrors_})
     if (*vector != nullptr) N_VDestroy(std::exchange(*vector, nullptr));
   if (context_ != nullptr) SUNContext_Free(&context_);
@@ -39,12 +38,14 @@ void Integrator::clear() {
   pending_ = nullptr;
 }
 
-bool Integrator::createVectors(std::size_t size) {
+bool Integrator::createVectors(std::size_t size, bool ownOperations) {
   clear();
+  ownOperations_ = ownOperations;
   if (SUNContext_Create(nullptr, &context_) != 0) return false;
   for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &errorWeights_, &localErrors_}) {
     *vector = N_VNew_Serial(static_cast<sunindextype>(size), context_);
     if (*vector == nullptr) return false;
+    if (ownOperations) useFastOperations(*vector);
     N_VConst(0.0, *vector);
   }
   return true;
@@ -61,19 +62,33 @@ int Integrator::initialise(OdeSystem& system, double t, double relativeTolerance
   system_ = &system;
   cvode_ = CVodeCreate(CV_BDF, context_);
   if (cvode_ == nullptr) return CV_MEM_FAIL;
-  int flag = CVodeInit(cvode_, &Integrator::rhsFunction, t, y_);
-  if (flag == CV_SUCCESS) flag = CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
-  return flag;
+  const int flag = CVodeInit(cvode_, &Integrator::rhsFunction, t, y_);
+  return flag == CV_SUCCESS ? setTolerances(relativeTolerance) : flag;
+}
+
+int Integrator::setTolerances(double relativeTolerance) {
+  relativeTolerance_ = relativeTolerance;
+  if (!ownOperations_) return CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
+  return CVodeWFtolerances(cvode_, [](N_Vector y, N_Vector weights, void* data) {
+    const auto& self = *static_cast<Integrator*>(data);
+    return VELMORA_SOLVER::errorWeights(self.relativeTolerance_, y, self.absTol_, weights) ? 0 : -1;
+  });
 }
 
 int Integrator::attachBandSolver(long mu) {
-  const sunindextype size = NV_LENGTH_S(y_);
-  if (mu >= size) return -3;
-  matrix_ = SUNBandMatrix(size, mu, mu, context_);
-  if (matrix_ == nullptr) return -4;
-  linearSolver_ = SUNLinSol_Band(y_, matrix_, context_);
-  if (linearSolver_ == nullptr) return -4;
-  return CVodeSetLinearSolver(cvode_, linearSolver_, matrix_);
+  linearSolver_ = bandSolver(mu);
+  return linearSolver_->attach(cvode_, y_, context_);
+}
+
+int Integrator::attachBlockSolver(JacobianPattern pattern, BlockMethod method) {
+  try {
+    linearSolver_ = blockSolver(std::move(pattern), method, [this](double t, const double* y, double* ydot) {
+      return evaluate(t, y, ydot);
+    });
+  } catch (const std::bad_alloc&) {
+    return -4;
+  }
+  return linearSolver_->attach(cvode_, y_, context_);
 }
 
 void Integrator::configure(const IntegratorSettings& settings) {
@@ -91,9 +106,8 @@ void Integrator::configure(const IntegratorSettings& settings) {
 }
 
 int Integrator::reinitialise(double t, double relativeTolerance) {
-  int flag = CVodeReInit(cvode_, t, y_);
-  if (flag == CV_SUCCESS) flag = CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
-  return flag;
+  const int flag = CVodeReInit(cvode_, t, y_);
+  return flag == CV_SUCCESS ? setTolerances(relativeTolerance) : flag;
 }
 
 int Integrator::step(double tOut, double& t) {
@@ -142,11 +156,15 @@ IntegratorStatistics Integrator::statistics() const {
 }
 
 int Integrator::rhsFunction(realtype t, N_Vector y, N_Vector ydot, void* data) noexcept {
-  auto& self = *static_cast<Integrator*>(data);
+  return static_cast<Integrator*>(data)->evaluate(t, NV_DATA_S(y), NV_DATA_S(ydot));
+}
+
+/// The rates, without letting an exception out: it is kept for the end of the step.
+int Integrator::evaluate(double t, const double* y, double* ydot) noexcept {
   try {
-    return self.system_->calculate(t, NV_DATA_S(y), NV_DATA_S(ydot));
+    return system_->calculate(t, y, ydot);
   } catch (...) {
-    self.pending_ = std::current_exception();
+    pending_ = std::current_exception();
     return -1;
   }
 }

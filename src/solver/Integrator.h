@@ -2,13 +2,14 @@
 
 #include <cvode/cvode.h>
 #include <sundials/sundials_context.h>
-#include <sundials/sundials_linearsolver.h>
-#include <sundials/sundials_matrix.h>
 #include <sundials/sundials_nvector.h>
 
 #include <cstddef>
 #include <exception>
+#include <memory>
 #include <span>
+
+#include "solver/LinearSolver.h"
 
 namespace VELMORA_SOLVER {
 
@@ -48,9 +49,9 @@ struct IntegratorStatistics {
   double stepSize = 0.0;  ///< [s] next step
 };
 
-/// Owns the stiff integrator (backward differentiation, Newton iteration with a band matrix from difference
-/// quotients) and all its memory. An exception thrown by the system never crosses the integrator's C frames:
-/// it is kept, the integrator is told to give up, and `step` rethrows it.
+/// Owns the stiff integrator (backward differentiation, Newton iteration) and all its memory. An exception
+/// thrown by the system never crosses the integrator's C frames: it is kept, the integrator is told to give
+/// up, and `step` rethrows it.
 class Integrator {
  public:
   Integrator() = default;
@@ -60,14 +61,17 @@ class Integrator {
   Integrator(Integrator&&) = delete;
   Integrator& operator=(Integrator&&) = delete;
 
-  /// Creates the vectors for `size` unknowns, all 0. False when memory runs out.
-  bool createVectors(std::size_t size);
+  /// Creates the vectors for `size` unknowns, all 0, with this program's own operations or with those of the
+  /// library. False when memory runs out.
+  bool createVectors(std::size_t size, bool ownOperations = false);
   /// Creates the vector of absolute tolerances, as long as the state. False when memory runs out.
   bool createAbsoluteTolerances();
   /// Attaches the system and starts at (t, state). A non-zero result is the integrator's error code.
   int initialise(OdeSystem& system, double t, double relativeTolerance);
   /// Attaches the band matrix solver with half bandwidth `mu` on both sides. 0, or -4 (memory) or -3 (input).
   int attachBandSolver(long mu);
+  /// Attaches a solver on the blocks of neighbouring cells instead. 0, or the same codes.
+  int attachBlockSolver(JacobianPattern pattern, BlockMethod method);
   void configure(const IntegratorSettings& settings);
   /// Starts afresh at (t, state) with a new relative tolerance.
   int reinitialise(double t, double relativeTolerance);
@@ -93,6 +97,8 @@ class Integrator {
   IntegratorStatistics statistics() const;
 
  private:
+  int evaluate(double t, const double* y, double* ydot) noexcept;
+  int setTolerances(double relativeTolerance);
   static int rhsFunction(realtype t, N_Vector y, N_Vector ydot, void* data) noexcept;
   static void errorHandler(int code, const char* module, const char* function, char* text,
                            void* data) noexcept;
@@ -105,10 +111,11 @@ class Integrator {
   N_Vector absTol_ = nullptr;
   N_Vector errorWeights_ = nullptr;
   N_Vector localErrors_ = nullptr;
-  SUNMatrix matrix_ = nullptr;
-  SUNLinearSolver linearSolver_ = nullptr;
+  std::unique_ptr<LinearSolver> linearSolver_;
   void* cvode_ = nullptr;
   OdeSystem* system_ = nullptr;
+  bool ownOperations_ = false;
+  double relativeTolerance_ = 0.0;
   std::exception_ptr pending_;
 };
 

@@ -10,6 +10,7 @@
 #include "material/Material.h"
 #include "project/VelProject.h"
 #include "solver/InitialConditions.h"
+#include "solver/LinearSolverChoice.h"
 #include "solver/VelmoraCvodeSolver.h"
 
 namespace VELMORA_SOLVER {
@@ -209,7 +210,9 @@ void VelmoraCvodeSolver::initSolutionVector() {
       TKL::FormatString("Number of balance equations per element: %1\n").arg(equations_.nEquationsPerElement),
       TKL::MSG_STANDARD, FUNC_ID, 2);
   const auto perElement = static_cast<std::size_t>(equations_.nEquationsPerElement);
-  if (perElement > 0 && !integrator_.createVectors(data_.elements.size() * perElement))
+  if (perElement > 0 && !integrator_.createVectors(data_.elements.size() * perElement,
+                                                   init_.solverSettings.cvodeSettings.linearSolver !=
+                                                       VELMORA::VelSolverCVODESettings::L_BAND))
     throw TKL::Exception("Y memory allocation error!", FUNC_ID);
   if (!equations_.isValid())
     throw TKL::Exception("This combination of balance equations is invalid or not supported in this solver!",
@@ -284,8 +287,8 @@ bool VelmoraCvodeSolver::initIntegrator() {
     error("CVodeMalloc init error!");
     return false;
   }
-  const long halfBand = static_cast<long>(data_.bandWidth + 1) * equations_.nEquationsPerElement - 1;
-  switch (integrator_.attachBandSolver(halfBand)) {
+  switch (attachLinearSolver(integrator_, data_, equations_.nEquationsPerElement,
+                             init_.solverSettings.cvodeSettings.linearSolver)) {
     case 0:
       break;
     case -4:

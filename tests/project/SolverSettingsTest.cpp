@@ -87,6 +87,20 @@ TEST(VelSolverCVODESettings, everyKeyword_setsItsField) {
   EXPECT_TRUE(settings.useStrictRangeChecking);
 }
 
+TEST(VelSolverCVODESettings, linearSolver_isOneOfItsWords) {
+  EXPECT_EQ(VelSolverCVODESettings().linearSolver, VelSolverCVODESettings::L_AUTO);
+  EXPECT_EQ(readCvode("LINEAR_SOLVER = AUTO").linearSolver, VelSolverCVODESettings::L_AUTO);
+  EXPECT_EQ(readCvode("LINEAR_SOLVER = BAND").linearSolver, VelSolverCVODESettings::L_BAND);
+  EXPECT_EQ(readCvode("LINEAR_SOLVER = KLU").linearSolver, VelSolverCVODESettings::L_KLU);
+  EXPECT_EQ(readCvode("LINEAR_SOLVER = BLOCK").linearSolver, VelSolverCVODESettings::L_BLOCK);
+}
+
+TEST(VelSolverCVODESettings, unknownLinearSolver_throws) {
+  EXPECT_EQ(thrownBy([] { readCvode("LINEAR_SOLVER = block"); }),
+            (Thrown{"Unknown linear solver 'block', expected one of AUTO, BAND, KLU, BLOCK.",
+                    "[VelSolverCVODESettings::read]"}));
+}
+
 TEST(VelSolverCVODESettings, textBehindANumber_isIgnored) {
   EXPECT_EQ(readCvode("MAX_STEPS = 12x").maxSteps, 12);
 }

@@ -186,6 +186,7 @@ TEST_F(MoistSolverTest, neighbours_fillTheBandOfTwoEquationsEach) {
 }
 
 TEST_F(MoistSolverTest, cellsTwoApart_areTooWideForTheBandSolver) {
+  text.settings = "LINEAR_SOLVER = BAND\n";
   text.disc = "X_STEPS = 0.1 0.1 0.1 m\nY_STEPS = 1 1 m\n";
   text.assignments = SolverProject::assign("MATERIAL", "0 0 0 0", "Block", "ELEMENT") +
                      SolverProject::assign("MATERIAL", "2 1 2 1", "Block", "ELEMENT");

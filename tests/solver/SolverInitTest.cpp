@@ -84,6 +84,7 @@ TEST_F(SolverInitTest, messages_comeInOrderWithTheirLevels) {
       {"Number of balance equations per element: 1\n", 2},
       {"Setting initial conditions\n", 1},
       {"Initializing CVODE integrator\n", 1},
+      {"Linear solver: blocks of a chain of 2 elements.\n", 2},
       {COEFFICIENT + "0.01\n", 1},
   };
   EXPECT_EQ(told, expected);
@@ -276,6 +277,7 @@ TEST_F(SolverInitTest, outputFiles_existEvenIfALaterStepFails) {
 }
 
 TEST_F(SolverInitTest, scatteredCells_areTooWideForTheBandSolver) {
+  text.settings = "LINEAR_SOLVER = BAND\n";
   text.disc = "X_STEPS = 0.1 0.1 0.1 m\nY_STEPS = 1 1 1 m\n";
   text.assignments = SolverProject::assign("MATERIAL", "0 0 0 0", "Block", "ELEMENT") +
                      SolverProject::assign("MATERIAL", "2 2 2 2", "Block", "ELEMENT");
