@@ -39,13 +39,13 @@ int attachLinearSolver(Integrator& integrator, const VELMORA::CalculationData& d
   }
   JacobianPattern pattern = jacobianPattern(data, nEquations);
   const std::size_t size = pattern.nCells;
-  if (selected == VelSolverCVODESettings::L_KLU) {
-    tell("Linear solver: sparse matrix of %1 elements.\n", size);
-    return integrator.attachBlockSolver(std::move(pattern), BlockMethod::SPARSE);
-  }
-  if (pattern.isChain) {
+  if (pattern.isChain && selected != VelSolverCVODESettings::L_KLU) {
     tell("Linear solver: blocks of a chain of %1 elements.\n", size);
     return integrator.attachBlockSolver(std::move(pattern), BlockMethod::CHAIN);
+  }
+  if (selected != VelSolverCVODESettings::L_BLOCK) {
+    tell("Linear solver: sparse matrix of %1 elements.\n", size);
+    return integrator.attachBlockSolver(std::move(pattern), BlockMethod::SPARSE);
   }
   tell("Linear solver: iteration with incomplete block factors of %1 elements.\n", size);
   return integrator.attachBlockSolver(std::move(pattern), BlockMethod::KRYLOV);

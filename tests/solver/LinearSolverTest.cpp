@@ -100,7 +100,8 @@ TEST(LinearSolver, automaticChoice_givesTheAnswersOfTheBand) {
 
 TEST(LinearSolver, choice_isTold) {
   EXPECT_EQ(linearSolverMessage(1, "AUTO"), "Linear solver: blocks of a chain of 12 elements.\n");
-  EXPECT_EQ(linearSolverMessage(5, "AUTO"),
+  EXPECT_EQ(linearSolverMessage(5, "AUTO"), "Linear solver: sparse matrix of 60 elements.\n");
+  EXPECT_EQ(linearSolverMessage(5, "BLOCK"),
             "Linear solver: iteration with incomplete block factors of 60 elements.\n");
   EXPECT_EQ(linearSolverMessage(5, "KLU"), "Linear solver: sparse matrix of 60 elements.\n");
   EXPECT_EQ(linearSolverMessage(1, "BAND"), "Linear solver: band matrix with half bandwidth 3.\n");
