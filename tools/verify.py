@@ -11,82 +11,19 @@ exit code 1 if a result leaves its band. Needs a built solver and python3-matplo
 import argparse
 import csv
 import os
-import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
 import plot_output
+from benchmark_tables import centres, interpolate, markdown_table, regrid, replace_block, signed
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BENCHMARKS = os.path.join(ROOT, "examples", "benchmarks")
 DOCUMENT = os.path.join(ROOT, "docs", "verification.md")
 PICTURES = os.path.join(ROOT, "docs", "pictures")
 GRIDS = (("cells merged in pairs", 0.5), ("of the project", 1), ("cells halved", 2))
-
-
-# ---- pieces without side effects ----
-
-
-def regrid(text, factor):
-    """Project text with its columns halved (factor 2) or merged in pairs (0.5), and all ranges to match."""
-    if factor == 1:
-        return text
-
-    def widths(match):
-        steps = [float(word) for word in match[1].split()]
-        if factor == 2:
-            steps = [half for width in steps for half in (width / 2, width / 2)]
-        else:
-            if len(steps) % 2:
-                raise ValueError("an odd number of columns cannot be merged in pairs")
-            steps = [a + b for a, b in zip(steps[::2], steps[1::2])]
-        return "X_STEPS = " + " ".join(f"{width:.9g}" for width in steps) + " mm"
-
-    def columns(match):
-        left, right = int(match[1]), int(match[3])
-        left, right = (2 * left, 2 * right + 1) if factor == 2 else (left // 2, right // 2)
-        return f"RANGE = {left} {match[2]} {right} {match[4]}"
-
-    text = re.sub(r"^X_STEPS = (.*) mm$", widths, text, flags=re.MULTILINE)
-    return re.sub(r"^RANGE = (\d+) (\d+) (\d+) (\d+)$", columns, text, flags=re.MULTILINE)
-
-
-def centres(widths):
-    """Centres of cells from their widths."""
-    result, x = [], 0.0
-    for width in widths:
-        result.append(x + width / 2)
-        x += width
-    return result
-
-
-def interpolate(x, xs, values):
-    """Straight between the centres `xs`, and on beyond the outermost two."""
-    i = next((i for i in range(1, len(xs) - 1) if xs[i] >= x), len(xs) - 1)
-    share = (x - xs[i - 1]) / (xs[i] - xs[i - 1])
-    return values[i - 1] + share * (values[i] - values[i - 1])
-
-
-def signed(value, digits):
-    """With a sign, but for what rounds to zero."""
-    text = f"{value:+.{digits}f}"
-    return text if float(text) != 0 else text[1:]
-
-
-def markdown_table(head, rows, alignment="---:"):
-    lines = ["| " + " | ".join(head) + " |", "|" + f"{alignment}|" * len(head)]
-    return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows])
-
-
-def replace_block(document, name, content):
-    """Document with the lines between the two markers of a name replaced."""
-    begin, end = f"<!-- begin {name} -->", f"<!-- end {name} -->"
-    if document.count(begin) != 1 or document.count(end) != 1:
-        raise ValueError(f"the document needs the markers of '{name}' once each")
-    before, rest = document.split(begin)
-    return before + begin + "\n\n" + content + "\n\n" + end + rest.split(end)[1]
 
 
 # ---- runs ----
@@ -120,6 +57,9 @@ def run(solver, folder, name, factor):
         text = regrid(stream.read(), factor)
     place = os.path.join(folder, f"{name}_{factor}")
     os.mkdir(place)
+    for file in os.listdir(os.path.join(BENCHMARKS, name)):
+        if file.endswith(".ccd"):
+            shutil.copy(os.path.join(BENCHMARKS, name, file), place)
     project = os.path.join(place, name + ".vel")
     with open(project, "w", encoding="utf-8") as stream:
         stream.write(text)
@@ -280,6 +220,108 @@ class HamstadDrying:
         axes[1].set(xlabel="x [mm]", ylabel="calculated less published [kg/m³]")
 
 
+class HamstadRain:
+    name = "hamstad_rain"
+    contact = 0.1  # [m] of the layers
+    moments = (10, 24, 48, 52, 60, 64, 66, 72, 78, 84, 88, 92, 95, 98, 102, 106, 108, 110, 120)  # [h] in the table
+    # name in the reference: unit, allowance beyond its spread, largest band
+    quantities = {
+        "T_outside": ("K", 0.1, 0.6),
+        "T_contact": ("K", 0.1, 0.6),
+        "T_inside": ("K", 0.1, 0.6),
+        "w_outside": ("kg/m³", 0.3, 2.5),
+        "w_contact_load_bearing": ("kg/m³", 0.3, 2.5),
+        "w_contact_finishing": ("kg/m³", 0.3, 2.5),
+        "w_inside": ("kg/m³", 0.3, 2.5),
+        "M_load_bearing": ("kg/m²", 0.01, 0.1),
+        "M_finishing": ("kg/m²", 0.01, 0.1),
+    }
+
+    def compare(self, results):
+        series = {}
+        for file in ("temperature", "water_content", "mean_water_load_bearing", "mean_water_finishing"):
+            output = plot_output.read_output(os.path.join(results.directory, file + ".out"))
+            series[file] = dict(zip(output.times, output.values))
+            if file == "water_content":
+                inner = sum(x < self.contact for x in centres(output.grid_x))  # first cell of the inner layer
+        rows = reference(self.name)
+        for row in rows:
+            T, w, load_bearing, finishing = (values[row["hour"]] for values in series.values())
+            mean = (T[inner - 1] + T[inner]) / 2
+            water = (self.contact * load_bearing[0], 0.02 * finishing[0])
+            row["values"] = dict(zip(self.quantities, (T[0], mean, T[-1], w[0], w[inner - 1], w[inner], w[-1], *water)))
+        return rows
+
+    def difference(self, row, quantity):
+        return abs(row["values"][quantity] - row[quantity])
+
+    def margin(self, row, quantity):
+        _, allowance, largest = self.quantities[quantity]
+        return min(row[f"spread_{quantity}"] + allowance, largest) - self.difference(row, quantity)
+
+    def failures(self, rows):
+        return sum(self.margin(row, quantity) < 0 for row in rows for quantity in self.quantities)
+
+    def close(self, rows, quantity):
+        return sum(self.difference(row, quantity) <= row[f"spread_{quantity}"] for row in rows)
+
+    def summary(self, rows):
+        count = len(rows) * len(self.quantities)
+        close = sum(self.close(rows, quantity) for quantity in self.quantities)
+        return (
+            "HAMSTAD WP2, benchmark 4",
+            "spread of the converged solution in each hour and 0.1 K, 0.3 kg/m³, 0.01 kg/m² beyond it; "
+            "0.6 K, 2.5 kg/m³, 0.1 kg/m² at most",
+            f"{count - self.failures(rows)} of {count} values met, {close} within the spread alone",
+        )
+
+    def tables(self, rows):
+        cells = []
+        for quantity, (unit, *_) in self.quantities.items():
+            differences = sorted(self.difference(row, quantity) for row in rows)
+            worst = max(rows, key=lambda row: self.difference(row, quantity))
+            cells.append(
+                (
+                    f"{quantity.replace('_', ' ')} [{unit}]",
+                    f"{differences[len(rows) // 2]:.3f}",
+                    f"{differences[-1]:.3f}",
+                    f"{worst['hour']:g}",
+                    f"{worst[f'spread_{quantity}']:.3f}",
+                    f"{min(self.margin(row, quantity) for row in rows):.3f}",
+                    f"{self.close(rows, quantity)} of {len(rows)}",
+                )
+            )
+        head = ("quantity", "median difference", "largest", "at hour", "spread then", "smallest margin", "within the spread")
+        shown = ("T_outside", "T_inside", "w_outside", "w_contact_load_bearing", "w_contact_finishing", "w_inside")
+        course = [
+            [f"{row['hour']:g}"] + [f"{row['values'][name]:.2f} / {row[name]:.2f}" for name in shown]
+            for row in rows
+            if row["hour"] in self.moments
+        ]
+        course_head = ["hour"] + [name.replace("_", " ") for name in shown]
+        return {self.name: markdown_table(head, cells), f"{self.name} course": markdown_table(course_head, course)}
+
+    grid_head = ("outside the band", "largest difference T [K]", "largest difference w [kg/m³]", "largest difference M [kg/m²]")
+
+    def grid_row(self, rows):
+        def largest(kind):
+            return max(self.difference(row, name) for row in rows for name in self.quantities if name.startswith(kind))
+
+        return str(self.failures(rows)), f"{largest('T'):.3f}", f"{largest('w'):.3f}", f"{largest('M'):.4f}"
+
+    def draw(self, axes, results, rows):
+        hours = [row["hour"] for row in rows]
+        for axis, shown in zip(axes, (("T_outside", "T_inside"), ("w_outside", "w_contact_load_bearing", "w_inside"))):
+            for name, colour in zip(shown, ("C0", "C1", "C2")):
+                label = name[2:].replace("_", " ")
+                axis.plot(hours, [row["values"][name] for row in rows], colour, label=label)
+                axis.plot(hours, [row[name] for row in rows], colour + ".", ms=3)
+            axis.set(xlabel="time [h]", xlim=(0, 120))
+            axis.legend(title="dots: converged", loc="upper left")
+        axes[0].set(ylabel="temperature [°C]", ylim=(0, 40))
+        axes[1].set(ylabel="water content [kg/m³]", ylim=(0, 280))
+
+
 class HamstadInsulation:
     name = "hamstad_insulation"
     close = 1.0  # [kg/m3] to the converged solution, where the envelope is left
@@ -404,7 +446,7 @@ def main():
     with open(DOCUMENT, encoding="utf-8") as stream:
         document = stream.read()
     with tempfile.TemporaryDirectory() as folder:
-        for benchmark in (En15026(), HamstadDrying(), HamstadInsulation()):
+        for benchmark in (En15026(), HamstadDrying(), HamstadRain(), HamstadInsulation()):
             blocks, summary, failed = verify(benchmark, solver, folder, options.check)
             summaries.append(summary)
             failures += failed

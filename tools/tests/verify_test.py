@@ -71,6 +71,18 @@ class Bands(unittest.TestCase):
         row = {"w_100h": 1.0, "w_300h": 1.0, "w_1000h": 1.0, 100: 1.09, 300: 0.89, 1000: 1.11}
         self.assertEqual(verify.HamstadDrying().failures([row]), 2)
 
+    def test_difference_beyond_the_spread_and_its_allowance_is_a_failure(self):
+        benchmark = verify.HamstadRain()
+
+        def row(difference, spread):
+            values = {name: 10.0 for name in benchmark.quantities}
+            spreads = {f"spread_{name}": spread for name in benchmark.quantities}
+            return {**values, **spreads, "values": {**values, "w_outside": 10.0 + difference}}
+
+        rows = [row(0.29, 0.0), row(0.31, 0.0), row(-0.49, 0.2), row(-0.51, 0.2), row(2.4, 100.0), row(2.6, 100.0)]
+        self.assertEqual(benchmark.failures(rows), 3)
+        self.assertEqual(benchmark.close(rows, "w_outside"), 2)
+
     def test_value_outside_the_envelope_must_be_close_to_the_converged_one(self):
         def row(margin, w, RH):
             return {"margin": margin, "w_value": w, "w": 5.0, "RH_value": RH, "RH": 0.8}
