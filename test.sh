@@ -7,8 +7,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$root"
 jobs=$(nproc)
 
-tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libsuitesparse-dev libgtest-dev libgmock-dev clang-format-14 \
-  python3 python3-matplotlib valgrind
+tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libsuitesparse-dev libgtest-dev libgmock-dev \
+  clang-format-14 python3 python3-matplotlib valgrind strace
 
 echo "== Layout"
 git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' |
@@ -16,7 +16,7 @@ git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'f
 
 for preset in release asan-ubsan; do
   echo "== Build and test: $preset"
-  cmake --preset "$preset" >/dev/null
+  cmake --preset "$preset" -DVELMORA_UNITY_TESTS=ON >/dev/null
   ninja -C "build/$preset" --quiet
   ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
     tee "build/$preset/ctest.txt" | tail -n 25

@@ -93,11 +93,14 @@ WallProblem weathered() {
 
 }  // namespace
 
-TEST(MoistureConservation, sealedConstruction_keepsWaterAndEnergy) {
+namespace {
+
+void expectSealed(const std::string& settings) {
   WallProblem problem = patchwork();
   problem.relTol = 1e-7;
   problem.duration = 31 * 86400.0;
   problem.maxStep = 43200.0;
+  problem.settings = settings;
   WallRun run(problem);
   run.solver.initStep();
   const double water = run.water(), energy = run.energy();
@@ -106,6 +109,19 @@ TEST(MoistureConservation, sealedConstruction_keepsWaterAndEnergy) {
   EXPECT_NEAR(run.water() / water, 1.0, 1e-10);
   EXPECT_NEAR(run.energy() / energy, 1.0, 1e-8);
   EXPECT_GT(std::fabs(run.solver.state().mw[0] - wetStart), 0.1) << "nothing has moved";
+}
+
+}  // namespace
+
+TEST(MoistureConservation, sealedConstruction_keepsWaterAndEnergy) {
+  expectSealed("");
+}
+
+TEST(MoistureConservation, everyLinearSolver_keepsWaterAndEnergy) {
+  for (const char* const solver : {"BAND", "KLU", "BLOCK"}) {
+    SCOPED_TRACE(solver);
+    expectSealed(std::string("LINEAR_SOLVER = ") + solver + "\n");
+  }
 }
 
 namespace {
