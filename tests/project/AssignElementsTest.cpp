@@ -107,7 +107,8 @@ TEST(AssignFieldConds, voids_areLeftOut) {
 
 TEST(AssignFieldConds, conditionsWithAModel_keepTheirRectangles) {
   for (const VelFieldCond::condition_t type :
-       {VelFieldCond::C_GAS_CONVECTION, VelFieldCond::C_CONVECTIVE_SOURCE, VelFieldCond::C_AMBIENTRADIATION}) {
+       {VelFieldCond::C_GAS_CONVECTION, VelFieldCond::C_CONVECTIVE_SOURCE,
+        VelFieldCond::C_AMBIENTRADIATION}) {
     Row row({select(VelSelection::A_FIELDCOND, "a", 0, 1), select(VelSelection::A_FIELDCOND, "a", 2, 2)});
     std::vector<VelFieldCond> conditions{named<VelFieldCond>("a")};
     conditions[0].condition = type;

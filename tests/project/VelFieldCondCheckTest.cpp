@@ -150,7 +150,8 @@ TEST(VelFieldCondCheck, leak_needsItsThreeParametersInRange) {
   EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + height), required("CMP_DIFFPRESSURE_MECH", LOWER_LIMIT));
   EXPECT_EQ(check("CONVECTIVE_SOURCE", "CMP_Q50 = -1 m3/m2s\n" + height + fans),
             outOfRange("CMP_Q50", ">= 0 m3/m2s"));
-  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + "CMP_HEIGHT = 0 m\n" + fans), outOfRange("CMP_HEIGHT", "> 0 m"));
+  EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + "CMP_HEIGHT = 0 m\n" + fans),
+            outOfRange("CMP_HEIGHT", "> 0 m"));
   EXPECT_EQ(check("CONVECTIVE_SOURCE", flow + height + "CMP_DIFFPRESSURE_MECH = -1 Pa\n"),
             outOfRange("CMP_DIFFPRESSURE_MECH", ">= 0 Pa"));
 }
