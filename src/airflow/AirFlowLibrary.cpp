@@ -15,9 +15,8 @@ namespace VELMORA {
 
 namespace {
 
-constexpr double NORMAL_PRESSURE = 101325.0;  // [Pa]
-constexpr double GRAVITY = 9.807;             // [m/s2]
-constexpr double CLOSED_SIDE = 1e-100;        // [s] conductivity of a side that no air passes
+constexpr double GRAVITY = 9.807;       // [m/s2]
+constexpr double CLOSED_SIDE = 1e-100;  // [s] conductivity of a side that no air passes
 
 const char* const UPDATE_ID = "[AirFlowLibrary::calculateLinearPressureGradient]";
 const char* const BUILD_ID = "[AirFlowLibrary::buildAirMatrix]";
@@ -95,7 +94,7 @@ void AirFlowLibrary::calculateLinearPressureGradient() {
     if (e.sideTop != nullptr) buildAirMatrix(e, e.sideTop->elementLeft, *e.sideTop, true);
     if (e.sideBottom != nullptr) buildAirMatrix(e, e.sideBottom->elementRight, *e.sideBottom, false);
   }
-  anchorPressures();
+  if (!anchorPressures()) return;  // pressures and flows stand until an opening acts
   if (matrix_.lu() != 0) failUndetermined();
   matrix_.backsolve(rhs);
   checkPressures();
@@ -170,10 +169,13 @@ double AirFlowLibrary::density(const Element& element) const {
   return (*pAir_)[at(element)] / ((*temperature)[at(element)] * TKL::R_A);
 }
 
-bool AirFlowLibrary::acts(const VelBoundaryCond& bc) const {
+bool AirFlowLibrary::exchangesAir(const VelBoundaryCond& bc) {
   return bc.condition == VelBoundaryCond::C_AIRPRESS &&
-         (bc.kind == VelBoundaryCond::K_EXCHANGE || bc.kind == VelBoundaryCond::K_FLOWCOEFF) &&
-         ActivityWindow(bc.startTime, bc.endTime).contains(t);
+         (bc.kind == VelBoundaryCond::K_EXCHANGE || bc.kind == VelBoundaryCond::K_FLOWCOEFF);
+}
+
+bool AirFlowLibrary::acts(const VelBoundaryCond& bc) const {
+  return exchangesAir(bc) && ActivityWindow(bc.startTime, bc.endTime).contains(t);
 }
 
 AirFlowLibrary::Climate AirFlowLibrary::climateOf(const VelBoundaryCond& bc, const char* functionId) {

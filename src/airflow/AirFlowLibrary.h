@@ -56,6 +56,8 @@ class AirFlowLibrary {
   std::vector<double> rhs;        ///< [Pa] difference of the pressure to the normal one
 
  private:
+  static constexpr double NORMAL_PRESSURE = 101325.0;  ///< [Pa]
+
   /// Condition of the air in front of a surface.
   struct Climate {
     double pressure = 0.0;     ///< [Pa]
@@ -67,7 +69,8 @@ class AirFlowLibrary {
   void buildAirMatrix(const Element& element, const Element* neighbour, const Side& side, bool leftOrTop);
   void addOuterSide(const Element& element, const Side& side);
   void addToDiagonal(const Element& element, double coefficient);
-  void anchorPressures();
+  bool anchorPressures();
+  bool hasIdleOpening() const;
   void anchorNeighbours(std::vector<std::size_t>& open);
   void warnOfEnclosure(const Element& element) const;
   void checkPressures() const;
@@ -75,6 +78,7 @@ class AirFlowLibrary {
   void setOuterFlow(const Side& side);
   double outerFlow(const VelBoundaryCond& condition, const Side& side) const;
   double density(const Element& element) const;
+  static bool exchangesAir(const VelBoundaryCond& condition);
   bool acts(const VelBoundaryCond& condition) const;
   static Climate climateOf(const VelBoundaryCond& condition, const char* functionId);
 

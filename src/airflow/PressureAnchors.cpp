@@ -7,6 +7,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "material/Material.h"
+#include "project/VelBoundaryCond.h"
 
 namespace VELMORA {
 
@@ -26,7 +27,8 @@ std::array<const Side*, 4> sidesOf(const Element& element) {
 /// The balance fixes differences of pressures only; their level comes from outside. Without any opening there
 /// is none, and the matrix has no inverse, whatever the rounding makes of it. An enclosure in a construction
 /// that is open elsewhere gets the normal pressure: no flow depends on it.
-void AirFlowLibrary::anchorPressures() {
+/// @return false while all openings wait for their time or have ended
+bool AirFlowLibrary::anchorPressures() {
   std::fill(anchored_.begin(), anchored_.end(), std::uint8_t{0});
   std::vector<std::size_t> open;
   const auto diagonal = [this](std::size_t e) {
@@ -38,6 +40,7 @@ void AirFlowLibrary::anchorPressures() {
       anchored_[e] = 1;
       open.push_back(e);
     }
+  if (open.empty() && hasIdleOpening()) return false;
   if (open.empty())
     throw TKL::Exception(
         "Error while decomposition of pressure field update matrix! Zero element found in diagonal!",
@@ -52,6 +55,18 @@ void AirFlowLibrary::anchorPressures() {
     open.push_back(e);
     anchorNeighbours(open);
   }
+  return true;
+}
+
+/// Whether some element could exchange air with the outside at another time.
+bool AirFlowLibrary::hasIdleOpening() const {
+  return std::any_of(sides_->begin(), sides_->end(), [this](const Side& side) {
+    if (side.elementLeft != nullptr && side.elementRight != nullptr) return false;
+    const Element& element = side.elementLeft != nullptr ? *side.elementLeft : *side.elementRight;
+    return !element.material->isAirTight() &&
+           std::any_of(side.boundaryConds.begin(), side.boundaryConds.end(),
+                       [this](const VelBoundaryCond* bc) { return exchangesAir(*bc) && !acts(*bc); });
+  });
 }
 
 /// Marks all elements whose pressure hangs on that of an element in `open`, which is empty afterwards.
@@ -84,16 +99,18 @@ void AirFlowLibrary::warnOfEnclosure(const Element& element) const {
                TKL::MSG_WARNING, ANCHOR_ID, 1);
 }
 
-/// A pressure below 0 or a missing temperature of the climate ends here, not in failing steps.
+/// A pressure that is none or a missing temperature of the climate ends here, not in failing steps.
 void AirFlowLibrary::checkPressures() const {
   for (const Element& element : *elements_)
-    if (!std::isfinite(rhs[static_cast<std::size_t>(element.number)]))
-      throw TKL::Exception(TKL::FormatString("The air pressure of element %1 (x = %2 m, y = %3 m) is not a "
-                                             "number. GASPRESS must be above 0 Pa, TEMPER above 0 K.")
-                               .arg(element.number)
-                               .arg(element.x)
-                               .arg(element.y),
-                           ANCHOR_ID);
+    if (const double p = rhs[static_cast<std::size_t>(element.number)] + NORMAL_PRESSURE;
+        !(p > 0.0 && std::isfinite(p)))
+      throw TKL::Exception(
+          TKL::FormatString("The air pressure of element %1 (x = %2 m, y = %3 m) is not above "
+                            "0 Pa. GASPRESS must be above 0 Pa, TEMPER above 0 K.")
+              .arg(element.number)
+              .arg(element.x)
+              .arg(element.y),
+          ANCHOR_ID);
 }
 
 }  // namespace VELMORA
