@@ -21,7 +21,7 @@ class AirTransport final : public MaterialFunctionBase {
   int direction = 0;      ///< 0, 1, 2 for U, V, W
 
   /// Air conductivity [s] at a liquid content [m3/m3]. Without a table it falls with the share of the pores
-  /// that is filled with water. Not below 0.
+  /// that is filled with water, not below 0 then.
   double conductivity(double Theta_l) const {
     switch (kind) {
       case K_SPLINE:

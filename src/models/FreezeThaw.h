@@ -28,9 +28,8 @@ class FreezeThaw {
   /// @param rhoIce     [kg/m3] ice per total volume
   /// @param T          [K]
   /// @param threshold  [-] ice to pore volume, at which the element freezes
-  /// @param kind       what ends the frozen state, a `VelOutputs::ThawBeginKind`; any other value ends it at
-  /// the
-  ///                   next update without a count
+  /// @param kind       what ends the frozen state, a `VelOutputs::ThawBeginKind`; any other value ends
+  ///                   it at the next update without a count
   void update(double rhoIce, double T, double threshold, int kind);
 };
 

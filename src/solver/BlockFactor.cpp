@@ -49,8 +49,8 @@ double rowSumNorm(const double* A) {
   return norm;
 }
 
-/// Divides each row of a block by its largest entry, which is remembered: energies and masses differ by many
-/// orders of magnitude.
+/// Divides each column of a block, then each row, by its largest entry, which is remembered: energies and
+/// masses differ by many orders of magnitude.
 template <std::size_t N>
 bool equilibrate(double* A, double* rowScale, double* columnScale) {
   for (std::size_t k = 0; k < N; ++k) {

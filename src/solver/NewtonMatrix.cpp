@@ -29,6 +29,7 @@ bool NewtonMatrix::factorise(double gamma) {
         TKL::MSG_WARNING, FUNC_ID, -1);
     sparse_ = std::make_unique<SparseFactor>(pattern_);
     blocks_.reset();
+    inverseTotals_.clear();  // exact factors leave nothing to balance
   }
   return sparse_->factorise(jacobian, gamma);
 }

@@ -50,7 +50,7 @@ class NewtonMatrix {
       inverseTotals_;  ///< from totals of the residual to the shifts; empty where there are none
 
  public:
-  BlockJacobian jacobian;
+  BlockJacobian jacobian;  ///< to be evaluated before `factorise`; behind the pattern, which it refers to
 };
 
 }  // namespace VELMORA_SOLVER

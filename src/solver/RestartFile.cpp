@@ -36,7 +36,7 @@ void appendCounts(std::string& text, const std::vector<Number>& values) {
   if (!values.empty()) text += '\n';
 }
 
-/// Reads exactly `count` numbers of one line.
+/// Reads the first `count` numbers of one line; false where there are fewer.
 bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& values) {
   std::string line;
   if (!std::getline(in, line)) return false;

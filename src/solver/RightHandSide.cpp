@@ -62,8 +62,7 @@ void RightHandSide::checkSettings() const {
     throw TKL::Exception(
         "This version of the solver calculates energy, moisture and air balances, with or without ice "
         "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). Pollutant balances are not "
-        "available "
-        "yet.",
+        "available yet.",
         FUNC_ID);
 }
 
