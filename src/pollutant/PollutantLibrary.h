@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "foundation/Path.h"
@@ -40,7 +39,7 @@ class PollutantLibrary {
   double Rv(std::uint32_t voc) const;
   /// Saturation density [kg/m3] at T [K].
   double rhoSat(std::uint32_t voc, double T) const;
-  /// Partition coefficient between solid and pore gas at 23 C [---].
+  /// Partition coefficient [---]: density in the solid over that in the pore gas, at 23 C.
   double partC(std::uint32_t voc, std::uint32_t material) const;
   /// Diffusion resistance of the material to the compound over that to water vapour [---].
   double muFactor(std::uint32_t voc, std::uint32_t material) const;
@@ -59,18 +58,13 @@ class PollutantLibrary {
   simple_matrix<const VocMatData*> table;  ///< by material and compound, into `vocMatData`
 
  private:
-  /// A block of the file with its identifier, without comments.
-  struct Table {
-    std::string id;
-    std::string text;
-  };
-
-  static bool splitTables(const TKL::Path& path, std::vector<Table>& tables, std::string& errmsg);
-  bool readTable(const Table& table, std::string& errmsg);
   void clear();
   void clearChoice();
   bool chooseCompounds(std::string& errmsg);
   bool choosePairs(std::string& errmsg);
+  bool checkPairs(std::string& errmsg) const;
+  /// Requires a partition coefficient of at least 1 and a factor above 0.
+  /// @throws TKL::Exception
   void checkParameters(std::uint32_t voc, std::uint32_t material) const;
   void checkIndices(std::uint32_t voc, std::uint32_t material, const char* function) const;
 };

@@ -1,0 +1,57 @@
+#include "pollutant/VocData.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "foundation/Exception.h"
+#include "foundation/QuotedText.h"
+#include "pollutant/EntryLines.h"
+
+namespace POLLUTANT_LIB {
+
+namespace {
+
+/// The text of a line, empty for the word that stands for no text.
+/// @return false for an empty line
+bool readRemark(EntryLines& lines, std::string& text) {
+  const std::string_view line = lines.next();
+  text = line == "undefined" ? std::string_view() : line;
+  return !line.empty();
+}
+
+/// Neither of the two properties can be negative.
+bool prepare(TKL::LinearSpline& curve) {
+  std::string reason;
+  const bool positive =
+      std::none_of(curve.y.begin(), curve.y.end(), [](double value) { return value < 0.0; });
+  return positive && (curve.size() == 1 || curve.makeSpline(reason));
+}
+
+}  // namespace
+
+void SubstanceCurve::fail() const {
+  const char* const FUNC_ID = "[SubstanceCurve::operator()]";
+  throw TKL::Exception(missingMessage_, FUNC_ID);
+}
+
+bool VocData::read(const std::string& entry, std::string& errmsg) {
+  const std::string FUNC_ID = "[VocData::read]";
+  const auto fail = [&](const char* reason) {
+    errmsg = FUNC_ID + "  " + reason + " VOC entry: \n  " + TKL::quotedText(entry);
+    return false;
+  };
+  EntryLines lines(entry);
+  if (!lines.readEntity(id)) return fail("Undefined or invalid");
+  const bool withText1 = readRemark(lines, text1);
+  const bool withText2 = readRemark(lines, text2);
+  if (!lines.readNumber(M)) return fail("Error reading molar mass in");
+  if (!lines.readNumber(rhoLiquid)) return fail("Error reading liquid density in");
+  if (!lines.readCurve(rhosat)) return fail("Error reading saturation density rhosat(T) of");
+  if (!prepare(rhosat)) return fail("Invalid saturation density rhosat(T) spline of");
+  if (!lines.readCurve(Dair)) return fail("Error reading diffusion coefficient Dair(T) of");
+  if (!prepare(Dair)) return fail("Invalid diffusion coefficient Dair(T) spline of");
+  if (!withText1 || !withText2) return fail("Missing data in");
+  return true;
+}
+
+}  // namespace POLLUTANT_LIB
