@@ -29,6 +29,8 @@ const Shipped SHIPPED[] = {
     {"GypsumBoard_2007.m6", "Gypsum board", "Gipskartonplatte", 2007, 900, 1000, 0.25, 10},
     {"StillAir_2008.m6", "Still air", "Ruhende Luft", 2008, 1.23, 1008, 0.025, 1},
     {"Steel_2009.m6", "Steel", "Stahl", 2009, 7800, 450, 50, 1e6},
+    {"CementScreed_2010.m6", "Cement screed", "Zementestrich", 2010, 2000, 1000, 1.4, 35},
+    {"PvcFloorCovering_2011.m6", "PVC floor covering", "PVC-Bodenbelag", 2011, 1700, 1400, 0.25, 10000},
     {"EN15026_3001.m6", "EN 15026 benchmark material", "Material des Benchmarks EN 15026", 3001, 2280, 800,
      1.5, 200},
     {"HamstadDrying_3002.m6", "HAMSTAD benchmark 2 material", "Material des HAMSTAD-Benchmarks 2", 3002, 525,

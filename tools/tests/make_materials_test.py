@@ -33,7 +33,7 @@ class Files(unittest.TestCase):
         for name, text in make_materials.texts():
             self.assertTrue(same_text((DATABASE / name).read_text(encoding="utf-8"), text), name)
             names.append(name)
-        self.assertEqual(len(names), 14)
+        self.assertEqual(len(names), 16)
 
     def test_comparison_finds_another_number_and_another_word(self):
         self.assertTrue(same_text("a 1.0000000000001", "a 1"))
