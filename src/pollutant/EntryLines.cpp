@@ -26,7 +26,8 @@ bool EntryLines::readEntity(std::string& word) {
 
 bool EntryLines::readNumber(double& number) {
   std::string_view line = next();
-  return TKL::scanNumber(line, number);
+  return TKL::scanNumber(line, number) &&
+         (line.empty() || TKL::WHITE_SPACE.find(line.front()) != std::string_view::npos);
 }
 
 bool EntryLines::readCurve(TKL::LinearSpline& curve) {

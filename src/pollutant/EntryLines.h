@@ -22,7 +22,7 @@ class EntryLines {
   /// Takes a line that holds ENTITY and, behind that, a word.
   /// @return false if there is none
   bool readEntity(std::string& word);
-  /// Takes a line that starts with a finite number.
+  /// Takes a line whose first word is a finite number.
   bool readNumber(double& number);
   /// Takes the line of the x values and the line of the y values.
   bool readCurve(TKL::LinearSpline& curve);
