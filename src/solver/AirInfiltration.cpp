@@ -22,8 +22,8 @@ double enteringVapour(const VelBoundaryCond& bc) {
 
 }  // namespace
 
-/// Enthalpy and vapour of the air that passes a surface [W], [kg/s]. The flow of air has its sign already.
-/// Air that leaves needs no climate but the pressure.
+/// Enthalpy, vapour and pollutant of the air that passes a surface [W], [kg/s]. The flow of air has its sign
+/// already. Air that leaves needs no climate but the pressure.
 void BoundaryFluxes::airInfiltration(const Term& term) {
   if (traits_[term.element].material->isAirTight()) return;
   const VelBoundaryCond& bc = *term.condition;
@@ -37,6 +37,7 @@ void BoundaryFluxes::airInfiltration(const Term& term) {
     if (entering) Tu = clim(bc, VelClimateCond::C_TEMPER, INFILTRATION_ID);
     heat[VELMORA::HF_AIR] = Tu * TKL::C_A * m;
   }
+  if (settings_.equations.has(BE_POLLUTANT)) pollutantInfiltration(term, m, entering, INFILTRATION_ID);
   if (!settings_.equations.has(BE_MOISTURE)) return;
   const double pV = entering ? enteringVapour(bc) : state_.pV[term.element];
   const double pressure = entering ? outside : state_.pAir[term.element];

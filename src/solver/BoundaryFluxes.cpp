@@ -97,12 +97,14 @@ void BoundaryFluxes::calculate(double t) {
     if (term.window.contains(t)) apply(term, t);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
   const bool energy = settings_.equations.has(BE_ENERGY);
+  const bool pollutant = settings_.equations.has(BE_POLLUTANT);
   for (const OuterSide& side : sides_) {
     if (moisture) {
       records_.moistureFlux.sum(side.number);
       limitOverfilling(side);
     }
     if (energy) records_.heatFlux.sum(side.number);
+    if (pollutant) records_.vocFlux.sum(side.number);
   }
 }
 
@@ -120,6 +122,8 @@ void BoundaryFluxes::apply(const Term& term, double t) {
       return longWaveRadiation(term);
     case VelBoundaryCond::C_AIRPRESS:
       return airInfiltration(term);
+    case VelBoundaryCond::C_VOCDIFF:
+      return pollutantDiffusion(term);
     default:
       return waterContact(term, t);
   }

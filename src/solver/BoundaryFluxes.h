@@ -58,6 +58,8 @@ class BoundaryFluxes {
   void waterContact(const Term& term, double t);
   double waterContactDensity(const Term& term, double pressure) const;
   void airInfiltration(const Term& term);
+  void pollutantDiffusion(const Term& term);
+  void pollutantInfiltration(const Term& term, double m, bool entering, const char* functionId);
   void rain(const Term& term);
   double absorbingCapacity(const Term& term) const;
   void shortWaveRadiation(const Term& term, double t);

@@ -34,6 +34,14 @@ int Decomposition::decompose(std::size_t element, double t) {
     case BE_ENERGY | BE_MOISTURE:
     case BE_ENERGY | BE_MOISTURE | BE_ICE:
       return decomposeHM(element, t);
+    case BE_ENERGY | BE_POLLUTANT:
+      decomposeH(element);
+      pollutant_->decompose(element, t, state_);
+      return 0;
+    case BE_ENERGY | BE_MOISTURE | BE_POLLUTANT:
+      if (decomposeHM(element, t) != 0) return 1;
+      pollutant_->decompose(element, t, state_);
+      return 0;
     default:
       throw std::runtime_error(
           "[VelmoraCvodeSolver::extractStateVariables]  Implementation of decomposition algorithm for this "

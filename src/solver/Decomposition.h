@@ -4,6 +4,7 @@
 
 #include "solver/ElementTraits.h"
 #include "solver/ModelSettings.h"
+#include "solver/PollutantBalance.h"
 #include "solver/SolverState.h"
 
 namespace VELMORA_SOLVER {
@@ -20,18 +21,22 @@ namespace VELMORA_SOLVER {
 ///     pV    = RH pSat(T)
 ///
 /// Below the freezing point of a run with ice, T and the ice follow from IceBalance before the pressures do.
+/// What follows from the masses of a pollutant is told by PollutantBalance.
 ///
 /// Each decomposition is a function of the element's conserved quantities and, as the start of an iteration,
 /// of its last capillary pressure and ice density; no other element matters.
 class Decomposition {
  public:
   /// The state and the traits must live as long as this object.
-  Decomposition(const ModelSettings& settings, const std::vector<ElementTraits>& traits, SolverState& state)
+  /// @param pollutant  needed with a pollutant balance only
+  Decomposition(const ModelSettings& settings, const std::vector<ElementTraits>& traits, SolverState& state,
+                const PollutantBalance* pollutant = nullptr)
       : settings_(settings),
         storing_(settings.equations.code & ~BE_AIR),
         hasIce_(settings.equations.has(BE_ICE)),
         traits_(traits),
-        state_(state) {}
+        state_(state),
+        pollutant_(pollutant) {}
 
   /// Decomposes an element by the balance equations of the run at time t [s].
   /// @return 0, or 1 when the state is so far off that a shorter step is needed
@@ -54,6 +59,7 @@ class Decomposition {
   const bool hasIce_;
   const std::vector<ElementTraits>& traits_;
   SolverState& state_;
+  const PollutantBalance* const pollutant_;
 };
 
 }  // namespace VELMORA_SOLVER

@@ -16,7 +16,7 @@ struct NamedArray {
 };
 
 /// In the order in which they follow from each other.
-constexpr std::array<NamedArray, 12> DECOMPOSED{{
+constexpr std::array<NamedArray, 15> DECOMPOSED{{
     {&SolverState::T, "temperature"},
     {&SolverState::Theta, "moisture content"},
     {&SolverState::pC, "capillary pressure"},
@@ -29,6 +29,9 @@ constexpr std::array<NamedArray, 12> DECOMPOSED{{
     {&SolverState::Kirchhoff, "liquid flow potential"},
     {&SolverState::Kl, "liquid conductivity"},
     {&SolverState::Dl, "liquid diffusivity"},
+    {&SolverState::rhoVOC, "pollutant density in the pore gas"},
+    {&SolverState::pVOC, "pollutant pressure"},
+    {&SolverState::DVOC, "pollutant conductivity"},
 }};
 
 std::size_t firstNotFinite(std::span<const double> values) {
@@ -42,7 +45,8 @@ const char* conservedQuantity(std::size_t position, const BalanceEquations& equa
   if (energy && position == 0) return "energy density";
   const bool moisture = equations.has(BE_MOISTURE);
   if (moisture && position == (energy ? 1U : 0U)) return "moisture density";
-  return "pollutant density";
+  const std::size_t ofGas = equations.has(BE_MOISTURE) ? 2U : 1U;  // a pollutant comes with energy only
+  return position == ofGas ? "pollutant mass in the pore gas" : "pollutant mass in the solid";
 }
 
 }  // namespace

@@ -47,6 +47,8 @@ struct FluxRecords {
   std::vector<double> airMassFlux;
   RecordArray heatSource;      ///< per element [W/m3]
   RecordArray moistureSource;  ///< per element [kg/(m3 s)]
+  RecordArray vocSource1;      ///< per element, pollutant in the gas [kg/(m3 s)]; empty in runs without
+  RecordArray vocSource2;      ///< per element, pollutant in the solid [kg/(m3 s)]; empty in runs without
 
   // For outputs only, per element: enthalpy of air that flows through [W/m2], and what leaks bring.
   std::vector<double> airFlowEnthalpyIn;

@@ -73,9 +73,7 @@ void Sources::heatSource(const Term& term) {
 
 double Sources::airChangeHeat(const Term& term) const {
   const VelFieldCond& fc = *term.condition;
-  const double rate = fc.flags[VelFieldCond::F_USE_FLOWRATE]
-                          ? climateOf(fc, VelClimateCond::C_AIRFLOWRATE) / fc.volume
-                          : climateOf(fc, VelClimateCond::C_AIRCHANGERATE);
+  const double rate = airChangeRate(fc, HEAT_SOURCE_ID);
   return (climateOf(fc, VelClimateCond::C_TEMPER) - state_.T[term.number]) * AIR_CAPACITY * rate;
 }
 

@@ -148,4 +148,17 @@ InitialMoisture initialMoisture(const VELMORA::Element& element, double T,
   }
 }
 
+double initialPollutant(const VELMORA::Element& element) {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::initialConditionsHP]";
+  const auto& conditions = element.initialConds;
+  const auto last = std::find_if(conditions.rbegin(), conditions.rend(), [](const auto* condition) {
+    return condition->condition == VelInitialCond::C_VOCMASS;
+  });
+  const double mass = last != conditions.rend() ? (*last)->value.value : 0.0;
+  if (mass >= 0.0) return mass;
+  TKL::message("Initial VOC mass density below 0 kg/m3. It was automatically corrected to 0 kg/m3!\n",
+               TKL::MSG_WARNING, FUNC_ID, -1);
+  return 0.0;
+}
+
 }  // namespace VELMORA_SOLVER

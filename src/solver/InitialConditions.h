@@ -20,4 +20,8 @@ double initialTemperature(const VELMORA::Element& element, const TKL::Parameter&
 InitialMoisture initialMoisture(const VELMORA::Element& element, double T,
                                 const TKL::Parameter& defaultRelativeHumidity);
 
+/// Start value [kg/m3] of a pollutant in the pore gas of an element: its last initial condition of the kind
+/// VOC mass, else 0. A negative one becomes 0 after a warning.
+double initialPollutant(const VELMORA::Element& element);
+
 }  // namespace VELMORA_SOLVER

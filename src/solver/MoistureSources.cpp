@@ -85,9 +85,7 @@ Sources::MoistureSource Sources::remoteWater(const Term& term) const {
 
 Sources::MoistureSource Sources::airChangeMoisture(const Term& term) const {
   const VelFieldCond& fc = *term.condition;
-  const double rate = fc.flags[VelFieldCond::F_USE_FLOWRATE]
-                          ? climateValue(fc, VelClimateCond::C_AIRFLOWRATE) / fc.volume
-                          : climateValue(fc, VelClimateCond::C_AIRCHANGERATE);
+  const double rate = airChangeRate(fc, MOISTURE_SOURCE_ID);
   const double T = state_.T[term.number];
   const double airT = climateValue(fc, VelClimateCond::C_TEMPER);
   const double outside = climateVapour(fc, airT) / (airT * TKL::R_V);

@@ -51,6 +51,19 @@ bool restrictMoistureRange(int element, double t, bool strict, double limit, dou
   return true;
 }
 
+void restrictVOCRange(int element, double t, double& m) {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::restrictVOCRange]";
+  constexpr double UNTOLD = -1e-08;  // [kg/m3]
+  if (!(m < 0.0)) return;
+  if (m < UNTOLD)
+    TKL::message(TKL::FormatString("mVOC = %1 < 0 in element %2 at t = %3, limiting mVOC to 0 mg/m3")
+                     .arg(m)
+                     .arg(element)
+                     .arg(t),
+                 TKL::MSG_WARNING, FUNC_ID, 1);
+  m = 0.0;
+}
+
 void limitFlowsForOverfilling(double room, double* moistureFlux, double* heatFlux) {
   using namespace VELMORA;
   if (room >= OVERFILL_WINDOW) return;

@@ -13,6 +13,12 @@ namespace VELMORA_SOLVER {
 /// @return false to ask for a shorter step; nothing is changed then
 bool restrictMoistureRange(int element, double t, bool strict, double limit, double& Theta, double& mw);
 
+/// Brings a pollutant mass density m [kg/m3] that is negative back to 0, with a warning unless it is very
+/// close to 0. There is no upper limit and no strict mode.
+/// @param element  number of the element, for the message
+/// @param t        time [s], for the message
+void restrictVOCRange(int element, double t, double& m);
+
 /// Throttles the flows into an element that is almost full, down to nothing when it is full, and renews the
 /// sum of the moisture flows. Flows out of the element stay.
 /// @param room          moisture mass that the receiving element can still take [kg/m3]

@@ -80,18 +80,22 @@ RestartFile::RestartFile(const TKL::Path& resultsDirectory) : file_(resultsDirec
 
 void RestartFile::write(const RestartState& state) {
   std::string text;
-  text.reserve(24 * (state.U.size() + state.mw.size()) + 64);
+  text.reserve(24 * (state.U.size() + state.mw.size() + 2 * state.mVOC1.size()) + 64);
   appendFixed(text, state.t, TIME_DECIMALS);
   text += '\n';
   appendLine(text, state.U, ENERGY_DECIMALS);
   appendLine(text, state.mw, MASS_DECIMALS);
+  if (!state.mVOC1.empty()) {
+    appendLine(text, state.mVOC1, MASS_DECIMALS);
+    appendLine(text, state.mVOC2, MASS_DECIMALS);
+  }
   appendCounts(text, state.freezeThawCycles);
   appendCounts(text, state.frozen);
 
   file_.write(text);
 }
 
-RestartState RestartFile::read(std::size_t nElements) const {
+RestartState RestartFile::read(std::size_t nElements, bool withPollutant) const {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::setRestartFields]";
   const std::string prefix = std::string(FUNC_ID) + "  ";
   std::ifstream in(file_.file().str());
@@ -101,8 +105,10 @@ RestartState RestartFile::read(std::size_t nElements) const {
   const auto time = std::from_chars(line.data(), line.data() + line.size(), state.t);
   if (time.ec != std::errc() || !std::isfinite(state.t))
     throw TKL::Exception(prefix + "Error reading time point from restart file!", FUNC_ID);
-  if (!readNumbers(in, nElements, state.U) || !readNumbers(in, nElements, state.mw))
-    throw TKL::Exception(prefix + "Error reading restart file!", FUNC_ID);
+  bool complete = readNumbers(in, nElements, state.U) && readNumbers(in, nElements, state.mw);
+  if (withPollutant)
+    complete = complete && readNumbers(in, nElements, state.mVOC1) && readNumbers(in, nElements, state.mVOC2);
+  if (!complete) throw TKL::Exception(prefix + "Error reading restart file!", FUNC_ID);
   state.freezeThawCycles = readCounts<std::uint32_t>(in, nElements);
   state.frozen = readCounts<std::uint8_t>(in, nElements);
   return state;

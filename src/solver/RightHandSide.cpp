@@ -19,18 +19,50 @@ int numberOf(const Side* side) {
   return side != nullptr ? side->number : -1;
 }
 
+const ModelSettings& checked(const ModelSettings& settings) {
+  const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
+  if (!settings.equations.isValid())
+    throw TKL::Exception("This combination of balance equations is invalid or not supported in this solver!",
+                         FUNC_ID);
+  return settings;
+}
+
+std::optional<PollutantBalance> pollutantBalance(const VELMORA::CalculationData& data,
+                                                 const ModelSettings& settings,
+                                                 const POLLUTANT_LIB::PollutantLibrary* library) {
+  const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
+  if (!settings.equations.has(BE_POLLUTANT)) return std::nullopt;
+  if (library == nullptr) throw TKL::Exception("A pollutant balance needs a pollutant library.", FUNC_ID);
+  return PollutantBalance(data, *library);
+}
+
 }  // namespace
 
-RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings& settings)
+RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings& settings,
+                             const POLLUTANT_LIB::PollutantLibrary* pollutants)
     : data_(data),
-      settings_(settings),
+      settings_(checked(settings)),
       traits_(elementTraits(data.elements, settings)),
       models_(data),
-      decomposition_(settings_, traits_, state),
+      pollutant_(pollutantBalance(data, settings, pollutants)),
+      decomposition_(settings_, traits_, state, pollutant_ ? &*pollutant_ : nullptr),
       fieldFluxes_(data, settings_, traits_, state, records),
       boundaryFluxes_(data, settings_, traits_, state, records),
-      sources_(data, settings_, traits_, state, records, models_) {
-  checkSettings();
+      sources_(data, settings_, traits_, state, records, models_, pollutant_ ? &*pollutant_ : nullptr) {
+  sizeArrays();
+  if (pollutant_) pollutantFluxes_.emplace(data, settings_, state, records, pollutant_->gasConstant());
+  for (const Element& e : data_.elements) {
+    if (e.material != nullptr) state.rhoCDry[index(e.number)] = e.material->rhoCDry();
+    sideNumbers_.push_back(
+        {numberOf(e.sideLeft), numberOf(e.sideTop), numberOf(e.sideRight), numberOf(e.sideBottom)});
+    invVolume_.push_back(1.0 / e.volume);
+  }
+  for (const Side& side : data_.sides)
+    if (side.elementLeft != nullptr && side.elementRight != nullptr && !side.boundaryConds.empty())
+      ++nInternalBoundarySides_;
+}
+
+void RightHandSide::sizeArrays() {
   const std::size_t nSides = data_.sides.size();
   const std::size_t nElements = data_.elements.size();
   state.resize(nElements);
@@ -44,26 +76,10 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
   for (auto* values : {&records.airFlowEnthalpyIn, &records.airFlowEnthalpyOut,
                        &records.convectiveMoistureSource, &records.convectiveAirFlow})
     values->assign(nElements, 0.0);
-  for (const Element& e : data_.elements) {
-    if (e.material != nullptr) state.rhoCDry[index(e.number)] = e.material->rhoCDry();
-    sideNumbers_.push_back(
-        {numberOf(e.sideLeft), numberOf(e.sideTop), numberOf(e.sideRight), numberOf(e.sideBottom)});
-    invVolume_.push_back(1.0 / e.volume);
-  }
-  for (const Side& side : data_.sides)
-    if (side.elementLeft != nullptr && side.elementRight != nullptr && !side.boundaryConds.empty())
-      ++nInternalBoundarySides_;
-}
-
-void RightHandSide::checkSettings() const {
-  const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
-  constexpr int AVAILABLE = BE_ENERGY | BE_MOISTURE | BE_ICE | BE_AIR;
-  if (settings_.equations.code == 0 || (settings_.equations.code & ~AVAILABLE) != 0)
-    throw TKL::Exception(
-        "This version of the solver calculates energy, moisture and air balances, with or without ice "
-        "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). Pollutant balances are not "
-        "available yet.",
-        FUNC_ID);
+  if (!pollutant_) return;
+  state.resizePollutant(nElements);
+  records.vocSource1 = RecordArray(nElements, VELMORA::NUM_VS1);
+  records.vocSource2 = RecordArray(nElements, VELMORA::NUM_VS2);
 }
 
 void RightHandSide::updateClimate(double t) {
@@ -77,6 +93,7 @@ int RightHandSide::calculate(double t, const double* y, double* ydot) {
   if (settings_.equations.has(BE_ENERGY)) divergence(records.heatFlux, records.heatSource, position++, ydot);
   if (settings_.equations.has(BE_MOISTURE))
     divergence(records.moistureFlux, records.moistureSource, position++, ydot);
+  if (pollutant_) pollutantRates(position, ydot);
   return 0;
 }
 
@@ -89,6 +106,7 @@ int RightHandSide::calculateFluxesAndSources(double t, const double* y) {
   if (nInternalBoundarySides_ > 0) reportInternalBoundaryConditions();
   fieldFluxes_.calculate();
   boundaryFluxes_.calculate(t);
+  if (pollutantFluxes_) pollutantFluxes_->calculate();
   sources_.calculate(t);
   return 0;
 }
@@ -128,6 +146,10 @@ bool RightHandSide::takeState(std::size_t element, const double* y) {
   };
   if (settings_.equations.has(BE_ENERGY)) take(state.U[element]);
   if (settings_.equations.has(BE_MOISTURE)) take(state.mw[element]);
+  if (pollutant_) {
+    take(state.mVOC1[element]);
+    take(state.mVOC2[element]);
+  }
   return changed;
 }
 
@@ -135,6 +157,15 @@ void RightHandSide::reportInternalBoundaryConditions() const {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::calculateFlux]";
   for (int i = 0; i < nInternalBoundarySides_; ++i)
     TKL::message("Boundary condition assigned to internal side!", TKL::MSG_ERROR, FUNC_ID, 0);
+}
+
+/// Derivatives of the two masses of a pollutant, the first of which is at `position`. The second one does not
+/// move.
+void RightHandSide::pollutantRates(int position, double* ydot) const {
+  divergence(records.vocFlux, records.vocSource1, position, ydot);
+  const std::size_t nEquations = index(settings_.equations.nEquationsPerElement);
+  for (std::size_t e = 0; e < data_.elements.size(); ++e)
+    ydot[e * nEquations + index(position) + 1] = records.vocSource2[e][0];
 }
 
 /// Derivatives of the conserved quantity at `position` among those of an element.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "models/FieldModels.h"
@@ -11,6 +12,8 @@
 #include "solver/FluxRecords.h"
 #include "solver/Integrator.h"
 #include "solver/ModelSettings.h"
+#include "solver/PollutantBalance.h"
+#include "solver/PollutantFluxes.h"
 #include "solver/SolverState.h"
 #include "solver/Sources.h"
 
@@ -19,20 +22,24 @@ namespace VELMORA_SOLVER {
 /// The balance equations of the construction, discretised in space by finite volumes: from the conserved
 /// quantities of every element to their derivatives in time.
 ///
-/// With the density u of a conserved quantity (internal energy [J/m3], moisture mass [kg/m3]) in an element
+/// With the density u of a conserved quantity (internal energy [J/m3], moisture mass or pollutant [kg/m3]) in
+/// an element
 /// of volume V [m3], the flows F [W, kg/s] through its sides (positive from left to right and from top to
 /// bottom) and the sources S [W/m3, kg/m3s]:
 ///
 ///     V du/dt = F_left - F_right + F_top - F_bottom + V S
 ///
-/// The state vector holds the conserved quantities element by element, energy before moisture. One evaluation
-/// goes from climate over decomposition, fluxes per side and sources per element to the divergence. It works
-/// on flat arrays and knows neither files nor the integrator.
+/// The state vector holds the conserved quantities element by element: energy, moisture, pollutant in the gas
+/// of the pores and pollutant in the solid, which stays where it is. One evaluation goes from climate over
+/// decomposition, fluxes per side and sources per element to the divergence. It works on flat arrays and
+/// knows neither files nor the integrator.
 class RightHandSide : public OdeSystem {
  public:
   /// `data` must keep its vectors as long as this object lives.
-  /// @throws TKL::Exception when a condition or a combination of equations has no implementation yet
-  RightHandSide(VELMORA::CalculationData& data, const ModelSettings& settings);
+  /// @param pollutants  compounds and materials of a pollutant balance, needed with one only; as long-lived
+  /// @throws TKL::Exception for a combination of equations that cannot be coupled
+  RightHandSide(VELMORA::CalculationData& data, const ModelSettings& settings,
+                const POLLUTANT_LIB::PollutantLibrary* pollutants = nullptr);
   RightHandSide(const RightHandSide&) = delete;
   RightHandSide& operator=(const RightHandSide&) = delete;
 
@@ -54,19 +61,22 @@ class RightHandSide : public OdeSystem {
     int left, top, right, bottom;
   };
 
-  void checkSettings() const;
+  void sizeArrays();
   void reportInternalBoundaryConditions() const;
   int extractStateVariables(double t, const double* y);
   bool takeState(std::size_t element, const double* y);
+  void pollutantRates(int position, double* ydot) const;
   void divergence(const RecordArray& fluxes, const RecordArray& sources, int position, double* ydot) const;
 
   VELMORA::CalculationData& data_;
   const ModelSettings settings_;
   const std::vector<ElementTraits> traits_;
   VELMORA::FieldModels models_;
+  const std::optional<PollutantBalance> pollutant_;
   Decomposition decomposition_;
   FieldFluxes fieldFluxes_;
   BoundaryFluxes boundaryFluxes_;
+  std::optional<PollutantFluxes> pollutantFluxes_;
   Sources sources_;
   std::vector<SideNumbers> sideNumbers_;  ///< by element
   std::vector<double> invVolume_;         ///< [1/m3] by element

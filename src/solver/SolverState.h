@@ -28,6 +28,12 @@ struct SolverState {
   std::vector<double> Kl;         ///< liquid conductivity [s]
   std::vector<double> Dl;         ///< liquid diffusivity [m2/s]
   std::vector<double> pAir;       ///< gas pressure [Pa]
+  // Of a pollutant; empty in runs without.
+  std::vector<double> mVOC1;             ///< mass in the pore gas per total volume [kg/m3]
+  std::vector<double> mVOC2;             ///< mass bound in the solid per total volume [kg/m3]
+  std::vector<double> rhoVOC;            ///< density in the pore gas [kg/m3]
+  std::vector<double> pVOC;              ///< partial pressure [Pa]
+  std::vector<double> DVOC;              ///< permeability of the material [s]
   std::vector<std::uint8_t> decomposed;  ///< 1 where the values above belong to the conserved quantities
 
   /// All arrays to the number of elements, 0 but for the gas pressure at its normal value.
@@ -37,6 +43,11 @@ struct SolverState {
       quantity->assign(nElements, 0.0);
     pAir.assign(nElements, 101325.0);
     decomposed.assign(nElements, 0);
+  }
+
+  /// The arrays of a pollutant to the number of elements, all 0.
+  void resizePollutant(std::size_t nElements) {
+    for (auto* quantity : {&mVOC1, &mVOC2, &rhoVOC, &pVOC, &DVOC}) quantity->assign(nElements, 0.0);
   }
 };
 

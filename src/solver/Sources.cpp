@@ -12,8 +12,14 @@ using VELMORA::VelFieldCond;
 
 Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
                  const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records,
-                 VELMORA::FieldModels& models)
-    : data_(data), settings_(settings), traits_(traits), state_(state), records_(records), models_(models) {
+                 VELMORA::FieldModels& models, const PollutantBalance* pollutant)
+    : data_(data),
+      settings_(settings),
+      traits_(traits),
+      state_(state),
+      records_(records),
+      models_(models),
+      pollutant_(pollutant) {
   for (const Element& element : data_.elements)
     for (const VelFieldCond* condition : element.fieldConds) {
       Term term;
@@ -30,6 +36,8 @@ Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
 void Sources::calculate(double t) {
   records_.heatSource.clear();
   records_.moistureSource.clear();
+  records_.vocSource1.clear();
+  records_.vocSource2.clear();
   if (terms_.empty()) return;  // nothing writes to the arrays below
   for (auto* values : {&records_.airFlowEnthalpyIn, &records_.airFlowEnthalpyOut,
                        &records_.convectiveMoistureSource, &records_.convectiveAirFlow})
@@ -37,9 +45,11 @@ void Sources::calculate(double t) {
   updateConditions(t);
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
+  const bool pollutant = settings_.equations.has(BE_POLLUTANT);
   for (const Term& term : terms_) {
     if (!term.window.contains(t)) continue;
     if (energy) heatSource(term);
+    if (pollutant) pollutantSource(term);
     if (!moisture) continue;
     const MoistureSource source = moistureSource(term);
     records_.moistureSource[term.number][VELMORA::MS_MOISTURE] += source.mass;
@@ -49,6 +59,9 @@ void Sources::calculate(double t) {
   for (std::size_t e = 0; e < data_.elements.size(); ++e) {
     if (energy) records_.heatSource.sum(e);
     if (moisture) records_.moistureSource.sum(e);
+    if (!pollutant) continue;
+    records_.vocSource1.sum(e);
+    records_.vocSource2.sum(e);
   }
 }
 
@@ -62,6 +75,14 @@ void Sources::updateConditions(double t) {
         condition.volumeMean(data_.elements, [this](std::size_t e) { return saturation(e); });
   }
   models_.updateLeaks(t, state_.T);
+}
+
+/// Air changes [1/s] that a field condition tells, by its rate or by its flow.
+double Sources::airChangeRate(const VelFieldCond& fc, const char* functionId) {
+  using VELMORA::VelClimateCond;
+  if (!fc.flags[VelFieldCond::F_USE_FLOWRATE])
+    return fc.requireClimate(VelClimateCond::C_AIRCHANGERATE, functionId).currentValue;
+  return fc.requireClimate(VelClimateCond::C_AIRFLOWRATE, functionId).currentValue / fc.volume;
 }
 
 /// Moisture content by effective saturation [-], 0 for a material that has none.

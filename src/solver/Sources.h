@@ -8,19 +8,21 @@
 #include "solver/ElementTraits.h"
 #include "solver/FluxRecords.h"
 #include "solver/ModelSettings.h"
+#include "solver/PollutantBalance.h"
 #include "solver/SolverState.h"
 
 namespace VELMORA_SOLVER {
 
-/// Sources of heat [W/m3] and moisture [kg/(m3 s)] that field conditions add inside of elements: imposed
-/// ones, exchange between two regions, phase change material, air change, fluids that flow through, leaks,
-/// and long-wave radiation across a gap or to the surroundings.
+/// Sources of heat [W/m3], moisture and pollutant [kg/(m3 s)] that field conditions add inside of elements:
+/// imposed ones, exchange between two regions, phase change material, air change, fluids that flow through,
+/// leaks, long-wave radiation across a gap or to the surroundings, and sorption of a pollutant.
 class Sources {
  public:
   /// All arguments must live as long as this object; `data` must keep its vectors.
+  /// @param pollutant  needed with a pollutant balance only
   Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
           const std::vector<ElementTraits>& traits, const SolverState& state, FluxRecords& records,
-          VELMORA::FieldModels& models);
+          VELMORA::FieldModels& models, const PollutantBalance* pollutant = nullptr);
 
   /// All sources at time t [s], with their sums. The climate must be that of t.
   /// @throws TKL::Exception for a missing climate condition or remote condition
@@ -56,6 +58,8 @@ class Sources {
   double upstreamT(const VELMORA::Element* from, const Term& term, const char* functionId) const;
 
   void heatSource(const Term& term);
+  void pollutantSource(const Term& term);
+  static double airChangeRate(const VELMORA::VelFieldCond& fc, const char* functionId);
   double airChangeHeat(const Term& term) const;
   double waterFlowHeat(const Term& term) const;
   double airFlowHeat(const Term& term);
@@ -79,6 +83,7 @@ class Sources {
   const SolverState& state_;
   FluxRecords& records_;
   VELMORA::FieldModels& models_;
+  const PollutantBalance* const pollutant_;
   std::vector<Term> terms_;
 };
 

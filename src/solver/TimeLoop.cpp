@@ -231,11 +231,14 @@ void VelmoraCvodeSolver::reportLargestErrors() {
   for (auto i = order.begin(); i != shown && size(*i) > 0.0; ++i) {
     const auto perElement = static_cast<std::size_t>(equations_.nEquationsPerElement);
     const VELMORA::Element& element = data_.elements[*i / perElement];
-    const bool energy = equations_.has(BE_ENERGY) && *i % perElement == 0;
+    const std::size_t position = *i % perElement + (equations_.has(BE_ENERGY) ? 0 : 1);
+    const bool moisture = equations_.has(BE_MOISTURE) && position == 1;
     TKL::message(TKL::FormatString("Estimated error %1 times the tolerance: %2 balance of element %3 at "
                                    "x = %4 m, y = %5 m, material '%6'\n")
                      .arg(size(*i))
-                     .arg(energy ? "energy" : "moisture")
+                     .arg(position == 0 ? "energy"
+                          : moisture    ? "moisture"
+                                        : "pollutant")
                      .arg(element.number)
                      .arg(element.x)
                      .arg(element.y)
@@ -311,6 +314,15 @@ void VelmoraCvodeSolver::writeOutput(double time) {
     source.pAir = state.pAir;
     source.airMassFlux = records.airMassFlux;
   }
+  if (equations_.has(BE_POLLUTANT)) {
+    source.mVOC1 = state.mVOC1;
+    source.mVOC2 = state.mVOC2;
+    source.pVOC = state.pVOC;
+    source.rhoVOC = state.rhoVOC;
+    source.vocSource1 = view(records.vocSource1);
+    source.vocFlux = view(records.vocFlux);
+    source.vocFluxSum = view(stepSums_.vocFlux);
+  }
   if (equations_.has(BE_ICE)) {
     source.iceRatio = freezeThaw_.iceSaturation();
     source.freezeThawCycles = freezeThaw_.cycles();
@@ -326,11 +338,17 @@ void VelmoraCvodeSolver::writeRestartFile() {
   restart.t = restartTime();
   restart.U = rhs_->state.U;
   restart.mw = rhs_->state.mw;
+  restart.mVOC1 = rhs_->state.mVOC1;
+  restart.mVOC2 = rhs_->state.mVOC2;
   const auto y = integrator_.state();
   std::size_t i = 0;
   for (std::size_t e = 0; e < data_.elements.size(); ++e) {
     if (equations_.has(BE_ENERGY)) restart.U[e] = y[i++];
     if (equations_.has(BE_MOISTURE)) restart.mw[e] = y[i++];
+    if (equations_.has(BE_POLLUTANT)) {
+      restart.mVOC1[e] = y[i++];
+      restart.mVOC2[e] = y[i++];
+    }
   }
   if (freezeThaw_.isActive()) {
     restart.freezeThawCycles = freezeThaw_.cycles();

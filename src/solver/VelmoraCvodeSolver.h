@@ -9,6 +9,7 @@
 #include "foundation/Path.h"
 #include "foundation/StopWatch.h"
 #include "output/OutputWriter.h"
+#include "pollutant/PollutantLibrary.h"
 #include "project/CalculationData.h"
 #include "project/SolverFlags.h"
 #include "project/VelDisc.h"
@@ -99,6 +100,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   void initOutputTimes();
   void initFreezeThaw(const VELMORA::VelProject& project);
   void initAirFlow();
+  void initPollutantModule(const VELMORA::VelProject& project);
 
   // time loop, TimeLoop.cpp
   void step();
@@ -129,6 +131,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   TKL::Parameter defaultTemperature_;
   TKL::Parameter defaultRelativeHumidity_;
   BalanceEquations equations_;
+  std::unique_ptr<POLLUTANT_LIB::PollutantLibrary> pollutants_;  ///< null without a pollutant balance
   std::unique_ptr<RightHandSide> rhs_;
   std::unique_ptr<VELMORA::OutputWriter> outputs_;
   std::unique_ptr<RestartFile> restartFile_;

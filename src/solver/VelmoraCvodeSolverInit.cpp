@@ -46,6 +46,7 @@ void VelmoraCvodeSolver::clear() {
   notFinite_.reset();
   airFlow_.clear();
   rhs_.reset();
+  pollutants_.reset();
   data_ = VELMORA::CalculationData();
   feedback = Feedback();
   feedback.clear();
@@ -94,12 +95,13 @@ void VelmoraCvodeSolver::initialise(VelProject& project) {
   restartFile_ = std::make_unique<RestartFile>(resultsDirectory);
   fluxSumsFile_ = std::make_unique<FluxSumsFile>(resultsDirectory);
   prepareClimate(project);
+  initPollutantModule(project);
 
   if (!initOutputs(project)) throw InitRefused();
   initTimeFrame();
   initSolutionVector();
   checkMaterials();
-  rhs_ = std::make_unique<RightHandSide>(data_, ModelSettings::of(init_, disc_));
+  rhs_ = std::make_unique<RightHandSide>(data_, ModelSettings::of(init_, disc_), pollutants_.get());
   initAirFlow();
   initTolerances();
   progress("Setting initial conditions\n");
@@ -250,6 +252,7 @@ void VelmoraCvodeSolver::setInitialFields() {
       state.mw[e] = start.mw;
       state.pCTotal[e] = start.pC;
     }
+    if (equations_.has(BE_POLLUTANT)) state.mVOC1[e] = initialPollutant(element);
     // without an energy balance the energy only stands for the temperature
     state.U[e] = (state.rhoCDry[e] + (energy ? TKL::C_W * state.mw[e] : 0.0)) * T;
   }
@@ -263,15 +266,21 @@ void VelmoraCvodeSolver::putState() {
   for (std::size_t e = 0; e < data_.elements.size(); ++e) {
     if (equations_.has(BE_ENERGY)) y[i++] = rhs_->state.U[e];
     if (equations_.has(BE_MOISTURE)) y[i++] = rhs_->state.mw[e];
+    if (equations_.has(BE_POLLUTANT)) {
+      y[i++] = rhs_->state.mVOC1[e];
+      y[i++] = rhs_->state.mVOC2[e];
+    }
   }
 }
 
 void VelmoraCvodeSolver::setRestartFields() {
-  const RestartState restart = restartFile_->read(data_.elements.size());
+  const RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
   t = restart.t;
   tStart_ = t;
   rhs_->state.U = restart.U;
   rhs_->state.mw = restart.mw;
+  rhs_->state.mVOC1 = restart.mVOC1;
+  rhs_->state.mVOC2 = restart.mVOC2;
   if (!equations_.has(BE_ENERGY))
     for (const Element& element : data_.elements)
       rhs_->state.T[static_cast<std::size_t>(element.number)] =
@@ -344,7 +353,7 @@ void VelmoraCvodeSolver::initFreezeThaw(const VelProject& project) {
   stepwiseOutputs = true;
   freezeThaw_.start(data_.elements, project.m_outputs.freezeBegin.value, project.m_outputs.thawBegin, t);
   if (flags_.restart) {
-    const RestartState restart = restartFile_->read(data_.elements.size());
+    const RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
     freezeThaw_.resume(restart.freezeThawCycles, restart.frozen);
   }
 }

@@ -311,7 +311,7 @@ TEST_F(DecompositionTest, withoutLiquidFunction_isRefused) {
 }
 
 TEST_F(DecompositionTest, otherCombinations_haveNoDecomposition) {
-  settings = moistSettings(BE_ENERGY | BE_POLLUTANT);
+  settings = moistSettings(BE_MOISTURE | BE_POLLUTANT);
   try {
     decompose(300.0, 0.0);
     FAIL();

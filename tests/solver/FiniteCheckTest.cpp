@@ -73,5 +73,32 @@ TEST_F(FiniteCheckTest, moistureAlone_hasItsOwnPosition) {
   EXPECT_EQ(found(y, {}), "moisture density of 1");
 }
 
+TEST_F(FiniteCheckTest, pollutant_standsBehindTheOtherBalances) {
+  equations = BalanceEquations{BE_ENERGY | BE_POLLUTANT, 3};
+  std::vector<double> y(9, 1.0);
+  y[7] = NO_NUMBER;
+  EXPECT_EQ(found(y, {}), "pollutant mass in the pore gas of 2");
+  y[5] = NO_NUMBER;
+  EXPECT_EQ(found(y, {}), "pollutant mass in the solid of 1");
+  equations = BalanceEquations{BE_ENERGY | BE_MOISTURE | BE_POLLUTANT, 4};
+  y.assign(12, 1.0);
+  y[11] = NO_NUMBER;
+  EXPECT_EQ(found(y, {}), "pollutant mass in the solid of 2");
+  y[6] = NO_NUMBER;
+  EXPECT_EQ(found(y, {}), "pollutant mass in the pore gas of 1");
+}
+
+TEST_F(FiniteCheckTest, quantitiesOfAPollutant_areNamed) {
+  std::vector<double> ydot = fine;
+  ydot[0] = NO_NUMBER;
+  state.resizePollutant(3);
+  state.DVOC[1] = NO_NUMBER;
+  EXPECT_EQ(found(fine, ydot), "pollutant conductivity of 1");
+  state.pVOC[1] = NO_NUMBER;
+  EXPECT_EQ(found(fine, ydot), "pollutant pressure of 1");
+  state.rhoVOC[2] = TOO_LARGE;
+  EXPECT_EQ(found(fine, ydot), "pollutant density in the pore gas of 2");
+}
+
 }  // namespace
 }  // namespace VELMORA_SOLVER

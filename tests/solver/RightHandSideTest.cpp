@@ -249,16 +249,24 @@ TEST_F(RightHandSideTest, conditionWithoutQuantity_isWarnedOfAndIgnored) {
 
 TEST_F(RightHandSideTest, otherBalances_areRefused) {
   setUp();
-  for (const int code : {0, 17, 19, 21, 23}) {
+  for (const int code : {0, 4, 6, 9, 16, 18, 34, 39, 51}) {
     ModelSettings settings;
     settings.equations = BalanceEquations{code, 1};
     EXPECT_EQ(TKL::thrownBy([&] { RightHandSide(data, settings); }),
-              (TKL::Thrown{"This version of the solver calculates energy, moisture and air balances, with or "
-                           "without ice (BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). "
-                           "Pollutant balances are not available yet.",
+              (TKL::Thrown{"This combination of balance equations is invalid or not supported in this "
+                           "solver!",
                            "[RightHandSide::RightHandSide]"}))
         << code;
   }
+}
+
+TEST_F(RightHandSideTest, pollutantBalance_needsALibrary) {
+  setUp();
+  ModelSettings settings;
+  settings.equations = BalanceEquations{17, 3};
+  EXPECT_EQ(
+      TKL::thrownBy([&] { RightHandSide(data, settings); }),
+      (TKL::Thrown{"A pollutant balance needs a pollutant library.", "[RightHandSide::RightHandSide]"}));
 }
 
 }  // namespace VELMORA_SOLVER

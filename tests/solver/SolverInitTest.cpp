@@ -176,19 +176,6 @@ TEST_F(SolverInitTest, iceWithEnergy_isEnergyAloneAndNeedsEveryStep) {
   EXPECT_TRUE(capture.contains("Number of balance equations per element: 1\n"));
 }
 
-TEST_F(SolverInitTest, pollutant_isNotAvailable) {
-  for (const char* equations : {"ENERGY POLLUTANT"}) {
-    text.balances = std::string("BALANCE_EQUATIONS = ") + equations + "\n";
-    EXPECT_EQ(
-        errorsOfInit(),
-        (Texts{"This version of the solver calculates energy, moisture and air balances, with or without ice "
-               "(BALANCE_EQUATIONS = ENERGY MOISTURE ICE AIR, or some of them). Pollutant balances are not "
-               "available yet.",
-               CLOSING}))
-        << equations;
-  }
-}
-
 TEST_F(SolverInitTest, missingDensity_isNamed) {
   text.material = SolverProject::storage("CE = 1000 J/kgK\n") + SolverProject::transport("LAMBDA = 1 W/mK\n");
   EXPECT_EQ(errorsOfInit(), (Texts{"Parameter RHO missing for Block.", CLOSING}));
