@@ -7,16 +7,16 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$root"
 jobs=$(nproc)
 
-tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libsuitesparse-dev libgtest-dev libgmock-dev \
+tools/install_packages.sh g++ cmake ninja-build git libsundials-dev libsuitesparse-dev libgtest-dev libgmock-dev libbenchmark-dev \
   clang-format-14 python3 python3-matplotlib valgrind strace
 
 echo "== Layout"
-git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' |
+git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.h' 'bench/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' |
   xargs -0 -r clang-format-14 --dry-run --Werror
 
 for preset in release asan-ubsan; do
   echo "== Build and test: $preset"
-  cmake --preset "$preset" -DVELMORA_UNITY_TESTS=ON >/dev/null
+  cmake --preset "$preset" -DVELMORA_UNITY_TESTS=ON -DVELMORA_BENCH=ON >/dev/null
   ninja -C "build/$preset" --quiet
   ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
     tee "build/$preset/ctest.txt" | tail -n 25
