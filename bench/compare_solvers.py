@@ -2,223 +2,145 @@
 """Runs whole projects with the band matrix and with the default linear solver in turn and prints the ratio of
 their processor times, their steps, their peak memory, and by how much their results differ.
 
-    bench/compare_solvers.py --solver build/release/bin/solver [case ...]
+    bench/compare_solvers.py [--solver build/release/bin/solver] [--repeat 3] [--markdown] [case ...]
+    bench/compare_solvers.py --growth                    how the time grows from 20 x 20 to 80 x 80 cells
+    bench/compare_solvers.py --before OTHER_PROGRAM ...  a third column: another version of the program
 
-Only ratios within one run of this script mean anything.
+Processor time is that of user and system; the smallest of all repetitions counts. Only ratios within one run of this
+script mean anything.
 """
 
 import argparse
-import os
-import re
-import resource
-import shutil
-import subprocess
+import math
+import sys
 import tempfile
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
+from measure import largest_difference, run
+from projects import ROOT, Case
 
-CLIMATE = """[CLIMATE_COND]
-NAME = {name}
-TYPE = {type}
-KIND = DATLINEAR
-FILENAME = $(CLIMATE_DIR)/germany_{file}.ccd
-"""
-
-CONSTANT = """[CLIMATE_COND]
-NAME = {name}
-TYPE = {type}
-KIND = CONSTANT
-CONSTVALUE = {value}
-"""
-
-BOUNDARY = """[BOUND_COND]
-NAME = {name}
-TYPE = {type}
-KIND = {kind}
-{lines}
-"""
-
-
-def graded(total, count):
-    """Widths of `count` cells that grow from both surfaces to the middle, together `total` [mm]."""
-    half = [min(1.3**i, 20.0) for i in range((count + 1) // 2)]
-    widths = half + half[::-1][count % 2:]
-    return [w * total / sum(widths) for w in widths]
-
-
-class Case:
-    """A joint of three materials between a wet, sunny outside and a room: nx by ny cells."""
-
-    def __init__(self, nx, ny, days, balances="ENERGY MOISTURE"):
-        self.nx, self.ny, self.days, self.balances = nx, ny, days, balances
-
-    def conditions(self):
-        moist = "MOISTURE" in self.balances
-        text = "[CONDITIONS]\n[CLIMATE_CONDITIONS]\n"
-        text += CLIMATE.format(name="Out T", type="TEMPER", file="temperature")
-        text += CLIMATE.format(name="Out RH", type="RELHUM", file="relative_humidity")
-        text += CONSTANT.format(name="In T", type="TEMPER", value="20 C")
-        text += CONSTANT.format(name="In RH", type="RELHUM", value="50 %")
-        text += "[BOUNDARY_CONDITIONS]\n"
-        text += BOUNDARY.format(name="Out heat", type="HEATCOND", kind="EXCHANGE",
-                                lines="EXCOEFF = 25 W/m2K\nTEMPER = Out T")
-        text += BOUNDARY.format(name="In heat", type="HEATCOND", kind="EXCHANGE", lines="EXCOEFF = 8 W/m2K\nTEMPER = In T")
-        if moist:
-            text += BOUNDARY.format(name="Out vapour", type="VAPDIFF", kind="EXCHANGE",
-                                    lines="EXCOEFF = 1e-7 s/m\nTEMPER = Out T\nRELHUM = Out RH")
-            text += BOUNDARY.format(name="In vapour", type="VAPDIFF", kind="EXCHANGE",
-                                    lines="EXCOEFF = 2.5e-8 s/m\nTEMPER = In T\nRELHUM = In RH")
-        text += "[INITIAL_CONDITIONS]\n"
-        text += "[INIT_COND]\nNAME = Start T\nTYPE = TEMPER\nVALUE = 10 C\n"
-        if moist:
-            text += "[INIT_COND]\nNAME = Start RH\nTYPE = RELHUM\nVALUE = 80 %\n"
-        return text
-
-    def assignments(self):
-        nx, ny = self.nx, self.ny
-        moist = "MOISTURE" in self.balances
-        lines = []
-
-        def assign(kind, box, name, place):
-            lines.append(f"[SELECTION]\nTYPE = {kind}\nRANGE = {box}\nNAME = {name}\nLOCATION = {place}\n")
-
-        whole = f"0 0 {nx - 1} {ny - 1}"
-        a, b = nx // 3, nx * 9 // 10
-        assign("MATERIAL", f"0 0 {a - 1} {ny - 1}", "Brick", "ELEMENT")
-        assign("MATERIAL", f"{a} 0 {b - 1} {ny - 1}", "Wool", "ELEMENT")
-        assign("MATERIAL", f"{b} 0 {nx - 1} {ny - 1}", "Plaster", "ELEMENT")
-        if ny > 1:  # a slab of concrete runs into the wall
-            assign("MATERIAL", f"{a} {ny // 3} {nx - 1} {ny * 2 // 3}", "Concrete", "ELEMENT")
-        assign("INITIALCOND", whole, "Start T", "ELEMENT")
-        assign("BOUNDARYCOND", f"0 0 0 {ny - 1}", "Out heat", "LEFT")
-        assign("BOUNDARYCOND", f"{nx - 1} 0 {nx - 1} {ny - 1}", "In heat", "RIGHT")
-        if moist:
-            assign("INITIALCOND", whole, "Start RH", "ELEMENT")
-            assign("BOUNDARYCOND", f"0 0 0 {ny - 1}", "Out vapour", "LEFT")
-            assign("BOUNDARYCOND", f"{nx - 1} 0 {nx - 1} {ny - 1}", "In vapour", "RIGHT")
-        assign("FIELDOUTPUT", whole, "T.out", "ELEMENT")
-        if moist:
-            assign("FIELDOUTPUT", whole, "W.out", "ELEMENT")
-        return "".join(lines)
-
-    def text(self, linear_solver):
-        moist = "MOISTURE" in self.balances
-        materials = {"Brick": "Brick_2001", "Wool": "MineralWool_2004", "Plaster": "LimePlaster_2003"}
-        if self.ny > 1:
-            materials["Concrete"] = "Concrete_2002"
-        text = f"""[PROJECT_INFO]
-FILE_VERSION = 5.9
-[INIT]
-[GENERAL]
-BALANCE_EQUATIONS = {self.balances}
-DURATION = {self.days} d
-[SOLVER_SETTINGS]
-[CVODE_SOLVER_SETTINGS]
-MAX_DT = 1 h
-REL_TOL = 1e-5
-LINEAR_SOLVER = {linear_solver}
-USE_MONITORS_FILE = YES
-[MATERIALS]
-"""
-        for name, file in materials.items():
-            text += f"[MATERIAL]\nNAME = {name}\nFILENAME = $(MATERIALS_DIR)/{file}.m6\n"
-        xs = " ".join(f"{w:.6g}" for w in graded(400.0, self.nx))
-        ys = " ".join(f"{w:.6g}" for w in graded(1000.0, self.ny)) if self.ny > 1 else "1000"
-        text += self.conditions()
-        text += f"[DISCRETISATION]\nGEOMETRY = PLANE2D\nX_STEPS = {xs} mm\nY_STEPS = {ys} mm\nZ_STEPS = 1 m\n"
-        text += "[OUTPUTS]\n[GRIDS]\n[OUTPUT_GRID]\nNAME = Grid\nINTERVAL = 0 d 1 d\n[FORMATS]\n"
-        fields = [("T", "TEMPER", "C")] + ([("W", "MOISTURE", "kg/m3")] if moist else [])
-        for name, field, unit in fields:
-            text += (f"[OUTPUT_FORMAT]\nNAME = {name}\nTYPE = FIELD\nFIELD_TYPE = {field}\nSPACE_TYPE = SINGLE\n"
-                     f"TIME_TYPE = NONE\nTIME_UNIT = d\nVALUE_UNIT = {unit}\nPRECISION = 9\n")
-        text += "[FILES]\n"
-        for name, _, _ in fields:
-            text += f"[OUTPUT_FILE]\nNAME = {name}.out\nOUTPUT_GRID = Grid\nOUTPUT_FORMAT = {name}\n"
-        return text + "[ASSIGNMENTS]\n" + self.assignments()
-
-
+DECEMBER = 334
 CASES = {
     "chain": Case(100, 1, 365),
-    "chain_heat": Case(100, 1, 365, "ENERGY"),
-    "square20": Case(20, 20, 60),
-    "square40": Case(40, 40, 20),
-    "square80": Case(80, 80, 4),
-    "strip": Case(200, 10, 20),
-    "square40_heat": Case(40, 40, 60, "ENERGY"),
+    "chain_moisture": Case(100, 1, 365, "MOISTURE"),
+    "chain_energy": Case(100, 1, 365, "ENERGY"),
+    "chain_ice": Case(100, 1, 30, "ENERGY MOISTURE ICE", DECEMBER),
+    "chain_air": Case(100, 1, 90, "ENERGY MOISTURE AIR"),
+    "square20": Case(20, 20, 30),
+    "square40": Case(40, 40, 8),
+    "square80": Case(80, 80, 2),
+    "strip": Case(200, 10, 10),
+    "square20_moisture": Case(20, 20, 30, "MOISTURE"),
+    "square40_energy": Case(40, 40, 30, "ENERGY"),
+    "square20_ice": Case(20, 20, 5, "ENERGY MOISTURE ICE", DECEMBER),
+    "square20_air": Case(20, 20, 15, "ENERGY MOISTURE AIR"),
 }
+GROWTH_DAYS = 2
+GROWTH = {f"square{n}": Case(n, n, GROWTH_DAYS) for n in (20, 40, 80)}
+BEFORE = "before"
 
 
-def run(solver, project):
-    """Processor time [s], peak memory [MB] and steps of one run."""
-    code = ("import resource,subprocess,sys;"
-            "r=subprocess.run(sys.argv[1:],stdin=subprocess.DEVNULL,stdout=subprocess.DEVNULL);"
-            "u=resource.getrusage(resource.RUSAGE_CHILDREN);"
-            "print(r.returncode,u.ru_utime+u.ru_stime,u.ru_maxrss/1024)")
-    out = subprocess.run(["python3", "-c", code, solver, str(project)], capture_output=True, text=True, check=True)
-    returncode, seconds, memory = out.stdout.split()
-    if returncode != "0":
-        raise RuntimeError(f"{project}: exit code {returncode}\n{out.stderr}")
-    return float(seconds), float(memory)
+class Comparison:
+    """A case run by each method, the methods in turn and all of it repeatedly."""
+
+    def __init__(self, name, case, solvers, repeat, folder):
+        """`solvers`: program by method."""
+        self.name, self.case = name, case
+        self.costs = {}
+        self.outputs = {}
+        for turn in range(repeat):
+            for method, solver in solvers.items():
+                home = Path(folder) / f"{name}_{method}"
+                home.mkdir(exist_ok=True)
+                cost = run(solver, case.write(home, "BAND" if method == BEFORE else method))
+                if turn > 0:
+                    cost.seconds = min(cost.seconds, self.costs[method].seconds)
+                self.costs[method] = cost
+                self.outputs[method] = home / "case.results"
+
+    def ratio(self, method, base):
+        return self.costs[base].seconds / self.costs[method].seconds
+
+    def differences(self, method, base):
+        """Largest difference and size of the values of each output."""
+        return {name: largest_difference(self.outputs[base] / f"{name}.out", self.outputs[method] / f"{name}.out")
+                for name, _, _ in self.case.fields()}
 
 
-def numbers(path):
-    values = []
-    for line in path.read_text().splitlines():
-        try:
-            values.append([float(word) for word in line.split()])
-        except ValueError:
-            pass
-    return values
+def text_line(comparison, method, base):
+    cost = comparison.costs[method]
+    line = (f"{comparison.name:18} {method:6} {cost.seconds:8.2f} s  ratio {comparison.ratio(method, base):6.2f}  "
+            f"{cost.memory:7.1f} MB  {cost.steps:7} steps {cost.evaluations:8} evaluations ")
+    for name, (difference, size) in comparison.differences(method, base).items():
+        line += f" d{name} {difference:.2g} of {size:.3g}"
+    return line
 
 
-def steps(folder):
-    for file in folder.rglob("*"):
-        if file.is_file() and "monitor" in file.name.lower():
-            rows = [r for r in numbers(file) if r]
-            if rows:
-                return rows[-1]
-    return None
+def markdown_head(methods):
+    base, others = methods[0], methods[1:]
+    cells = ["Case", "Cells", "Days", f"{base}, CPU time"]
+    for method in others:
+        cells += [f"{method}, CPU time", "Ratio", "Steps", "Peak memory"]
+    return "| " + " | ".join(cells) + " |\n|" + "---|" * len(cells)
 
 
-def largest_difference(one, other):
-    """Largest difference and largest value over all numbers of two output files."""
-    difference = size = 0.0
-    for a, b in zip(numbers(one), numbers(other)):
-        for x, y in zip(a[1:], b[1:]):
-            difference = max(difference, abs(x - y))
-            size = max(size, abs(x))
-    return difference, size
+def markdown_line(comparison, methods):
+    base, others = methods[0], methods[1:]
+    case, first = comparison.case, comparison.costs[base]
+    size = f"{case.nx} x {case.ny}" if case.ny > 1 else f"{case.nx}"
+    cells = [f"`{comparison.name}`", size, f"{case.days}", f"{first.seconds:.2f} s"]
+    for method in others:
+        cost = comparison.costs[method]
+        cells += [f"{cost.seconds:.2f} s", f"{comparison.ratio(method, base):.1f}", f"{first.steps} / {cost.steps}",
+                  f"{first.memory:.0f} / {cost.memory:.0f} MB"]
+    return "| " + " | ".join(cells) + " |"
+
+
+def exponent(small, large):
+    """Of the growth of the time with the number of cells; small and large are (cells, seconds)."""
+    return math.log(large[1] / small[1]) / math.log(large[0] / small[0])
+
+
+def print_growth(comparisons, methods):
+    for method in methods:
+        points = [(c.case.cells, c.costs[method].seconds) for c in comparisons]
+        print(f"{method}: {GROWTH_DAYS} days take " + ", ".join(f"{s:.3f} s with {n} cells" for n, s in points)
+              + f"; growth exponent {exponent(points[0], points[-1]):.2f}")
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
     parser.add_argument("--solver", default=str(ROOT / "build/release/bin/solver"))
-    parser.add_argument("--methods", nargs="+", default=["BAND", "AUTO"])
-    parser.add_argument("cases", nargs="*", default=[])
+    parser.add_argument("--before", help="program of another version, run with its plain method")
+    parser.add_argument("--methods", nargs="+", default=["BAND", "AUTO"], help="the first one is the base of all ratios")
+    parser.add_argument("--repeat", type=int, default=1)
+    parser.add_argument("--markdown", action="store_true", help="print a table for docs/performance.md")
+    parser.add_argument("--growth", action="store_true")
+    parser.add_argument("cases", nargs="*", metavar="case", help=", ".join(CASES))
     arguments = parser.parse_args()
-    for name in arguments.cases or CASES:
+    unknown = [name for name in arguments.cases if name not in CASES]
+    if unknown:
+        parser.error(f"no such case: {' '.join(unknown)}")
+    solvers = {BEFORE: arguments.before} if arguments.before else {}
+    solvers |= {method: arguments.solver for method in arguments.methods}
+    methods = list(solvers)
+    cases = GROWTH if arguments.growth else {name: CASES[name] for name in arguments.cases or CASES}
+    comparisons = []
+    if arguments.markdown:
+        print(markdown_head(methods))
+    for name, case in cases.items():
         with tempfile.TemporaryDirectory() as folder:
-            results = {}
-            for method in arguments.methods:
-                home = Path(folder) / method
-                home.mkdir()
-                shutil.copytree(ROOT / "database", home / "database")
-                directories = (f"[DIRECTORIES]\nMATERIALS_DIR = {ROOT}/database/DB_material_data\n"
-                               f"CLIMATE_DIR = {ROOT}/database/DB_climate_data\n")
-                project = home / "case.vel"
-                project.write_text(CASES[name].text(method) + directories)
-                seconds, memory = run(arguments.solver, project)
-                results[method] = (seconds, memory, steps(home), home / "case.results")
-            base = results[arguments.methods[0]]
-            for method in arguments.methods:
-                seconds, memory, monitor, outputs = results[method]
-                line = f"{name:14} {method:6} {seconds:8.2f} s  ratio {base[0] / seconds:6.2f}  {memory:7.1f} MB  "
-                for output in sorted(outputs.glob("*.out")):
-                    difference, size = largest_difference(base[3] / output.name, output)
-                    line += f" d{output.stem} {difference:.2g} of {size:.3g}"
-                print(line, monitor if monitor is None else monitor[:8], flush=True)
+            comparison = Comparison(name, case, solvers, arguments.repeat, folder)
+            if arguments.markdown:
+                print(markdown_line(comparison, methods), flush=True)
+            else:
+                for method in methods:
+                    print(text_line(comparison, method, methods[0]), flush=True)
+            comparisons.append(comparison)
+    if arguments.growth:
+        print_growth(comparisons, methods)
+    return 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

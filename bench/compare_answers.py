@@ -1,0 +1,163 @@
+#!/usr/bin/env python3
+"""Runs the examples and benchmarks with the band matrix and with the default linear solver and compares all of
+their outputs, record by record, and their steps.
+
+    bench/compare_answers.py [--solver build/release/bin/solver] [--markdown] [project.vel ...]
+    bench/compare_answers.py --duration corner=5     cuts a project to so many days; * stands for all
+
+Both must have the same output times. Allowed are differences of 5e-3 K in temperatures, 5e-4 of the value in water
+contents, and 10 % in the number of steps. Other quantities are shown as parts of the largest value of their file.
+Works on copies.
+"""
+
+import argparse
+import re
+import shutil
+import sys
+import tempfile
+from dataclasses import dataclass
+from pathlib import Path
+
+from measure import run
+from projects import ROOT, directories
+
+sys.path.insert(0, str(ROOT / "tools"))
+import plot_output  # noqa: E402
+
+METHODS = ("BAND", "AUTO")
+SECONDS = {"s": 1.0, "min": 60.0, "h": 3600.0, "d": 86400.0, "a": 31536000.0}
+TEMPERATURE_LIMIT = 5e-3  # [K]
+WATER_LIMIT = 5e-4  # of the value
+STEP_LIMIT = 0.1
+
+
+@dataclass
+class Difference:
+    """Of an output: kind is K, water or other."""
+
+    kind: str
+    value: float
+    file: str
+
+    @property
+    def share(self):
+        """In units of what is allowed; 0 where nothing is said."""
+        return self.value / {"K": TEMPERATURE_LIMIT, "water": WATER_LIMIT}.get(self.kind, float("inf"))
+
+
+def prepared(text, method, days):
+    """The project text for a method: with step counts, all digits, and cut to `days` unless that is None."""
+    text = re.sub(r"(?m)^\s*(LINEAR_SOLVER|USE_MONITORS_FILE)\s*=.*\n", "", text)
+    text = re.sub(r"(?m)^\s*PRECISION\s*=.*$", "PRECISION = 12", text)
+    settings = f"[CVODE_SOLVER_SETTINGS]\nLINEAR_SOLVER = {method}\nUSE_MONITORS_FILE = YES\n"
+    text = text.replace("[CVODE_SOLVER_SETTINGS]\n", settings, 1)
+    if settings not in text:
+        text = text.replace("[INIT]\n", "[INIT]\n[SOLVER_SETTINGS]\n" + settings, 1)
+    if days is not None and duration(text) > days:
+        text = re.sub(r"(?m)^\s*DURATION\s*=.*$", f"DURATION = {days:g} d", text, count=1)
+    return text + "\n" + directories()
+
+
+def duration(text):
+    """Of a project [d]."""
+    found = re.search(r"(?m)^\s*DURATION\s*=\s*([0-9.eE+-]+)\s*(\w+)", text)
+    return float(found.group(1)) * SECONDS[found.group(2)] / SECONDS["d"]
+
+
+def compare_output(one, other):
+    """The difference of two output files."""
+    name = Path(one.path).name
+    if one.times != other.times:
+        raise RuntimeError(f"{name}: other output times")
+    pairs = [pair for a, b in zip(one.values, other.values) for pair in zip(a, b)]
+    quantity = one.header.get("QUANTITY", "").lower()
+    if one.header.get("VALUE_UNIT") in ("C", "K"):
+        return Difference("K", max(abs(a - b) for a, b in pairs), name)
+    if one.is_field and "moisture" in quantity and one.header.get("VALUE_UNIT", "").startswith("kg"):
+        return Difference("water", max(abs(a - b) / abs(a) if a != b else 0.0 for a, b in pairs), name)
+    size = max(abs(a) for a, _ in pairs)
+    return Difference("other", max(abs(a - b) for a, b in pairs) / size if size > 0.0 else 0.0, name)
+
+
+class Answers:
+    """A project run both ways."""
+
+    def __init__(self, source, solver, days, folder):
+        self.name = source.stem
+        self.costs, outputs = {}, {}
+        text = source.read_text(encoding="utf-8")
+        for method in METHODS:
+            home = Path(folder) / f"{source.stem}_{method}"
+            shutil.copytree(source.parent, home, ignore=shutil.ignore_patterns("*.results", "*.png"))
+            project = home / source.name
+            project.write_text(prepared(text, method, days), encoding="utf-8")
+            self.days = duration(project.read_text(encoding="utf-8"))
+            self.costs[method] = run(solver, project)
+            results = home / f"{source.stem}.results"
+            files = sorted(path for path in results.iterdir() if plot_output.is_output_file(path))
+            outputs[method] = {path.name: plot_output.read_output(path) for path in files}
+        if outputs["BAND"].keys() != outputs["AUTO"].keys():
+            raise RuntimeError(f"{self.name}: other output files")
+        self.cut = duration(text) > self.days
+        self.differences = [compare_output(outputs["BAND"][file], outputs["AUTO"][file]) for file in outputs["BAND"]]
+
+    def worst(self, kind):
+        """The largest difference of a kind, or None."""
+        return max((d for d in self.differences if d.kind == kind), key=lambda d: d.value, default=None)
+
+    @property
+    def step_change(self):
+        return self.costs["AUTO"].steps / self.costs["BAND"].steps - 1.0
+
+    @property
+    def agree(self):
+        return abs(self.step_change) <= STEP_LIMIT and all(d.share <= 1.0 for d in self.differences)
+
+    def row(self):
+        def cell(kind, unit):
+            worst = self.worst(kind)
+            return "-" if worst is None else f"{worst.value:.1e}{unit}"
+
+        days = f"{self.days:.3g} d" + (", cut" if self.cut else "")
+        band, auto = self.costs["BAND"], self.costs["AUTO"]
+        return [f"`{self.name}`", days, cell("K", " K"), cell("water", ""), cell("other", ""),
+                f"{band.steps} / {auto.steps}", f"{band.seconds:.2f} s", f"{auto.seconds:.2f} s"]
+
+
+HEAD = ["Project", "Duration", "Temperature", "Water content", "Others", "Steps BAND / default", "BAND", "default"]
+
+
+def find_projects():
+    return sorted((ROOT / "examples").rglob("*.vel"))
+
+
+def main(arguments=None):
+    parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
+    parser.add_argument("--solver", default=str(ROOT / "build/release/bin/solver"))
+    parser.add_argument("--duration", action="append", default=[], metavar="NAME=DAYS")
+    parser.add_argument("--markdown", action="store_true", help="print a table for docs/performance.md")
+    parser.add_argument("projects", nargs="*", type=Path)
+    options = parser.parse_args(arguments)
+    days = {name: float(value) for name, value in (word.split("=") for word in options.duration)}
+    good = True
+    if options.markdown:
+        print("| " + " | ".join(HEAD) + " |\n|" + "---|" * len(HEAD))
+    for source in options.projects or find_projects():
+        with tempfile.TemporaryDirectory() as folder:
+            answers = Answers(source, options.solver, days.get(source.stem, days.get("*")), folder)
+        good = good and answers.agree
+        if options.markdown:
+            print("| " + " | ".join(answers.row()) + " |", flush=True)
+        else:
+            print("  ".join(f"{cell:>14}" for cell in answers.row()), flush=True)
+        for difference in answers.differences:
+            if difference.share > 1.0:
+                print(f"{answers.name}: {difference.file} differs by {difference.value:.2g}, "
+                      f"{difference.share:.1f} times what is allowed", file=sys.stderr)
+        if abs(answers.step_change) > STEP_LIMIT:
+            print(f"{answers.name}: {100 * answers.step_change:+.0f} % steps", file=sys.stderr)
+    return 0 if good else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
