@@ -19,14 +19,14 @@ namespace {
 
 constexpr double QUANTITY_RV = 461.89;  // [J/kgK]
 constexpr double QUANTITY_RA = 287.1;   // [J/kgK]
-constexpr int COLUMNS = 3, ROWS = 2, CELLS = COLUMNS * ROWS;
-constexpr int SIDES = 7 + 2 + 1;  // between cells, at the left and at the outlet; the rest is sealed
+constexpr int QUANTITY_COLUMNS = 3, QUANTITY_ROWS = 2, QUANTITY_CELLS = QUANTITY_COLUMNS * QUANTITY_ROWS;
+constexpr int QUANTITY_SIDES = 7 + 2 + 1;  // between cells, at the left and at the outlet; the rest is sealed
 
 // cells, row by row
-enum { HEATER = 2, DRIP = 5, DRAUGHT = 1, LEAKY = 4 };
+enum { HEATED_CELL = 2, DRIPPING_CELL = 5, DRAUGHTY_CELL = 1, LEAKY_CELL = 4 };
 
 /// Content 0.2 RH; expands with heat and water.
-const char* const PLASTER =
+const char* const EXPANDING_PLASTER =
     "V6MARLZ! 006.000\n\n[IDENTIFICATION]\nNAME = en:Plaster\n[STORAGE_BASE_PARAMETERS]\nRHO = 2000 kg/m3\n"
     "CE = 1000 J/kgK\nTHETA_POR = 0.4 m3/m3\nTHETA_EFF = 0.2 m3/m3\n[TRANSPORT_BASE_PARAMETERS]\n"
     "LAMBDA = 0.8 W/mK\nMEW = 10 -\nKG = 1e-6 s\n[MECHANICAL_BASE_PARAMETERS]\nALPHA = 0.01 1/K\n"
@@ -34,13 +34,13 @@ const char* const PLASTER =
     "FUNCTION = lgKl(Theta_l)\n0 0.2\n-17 -13\n[HEAT_TRANSPORT]\nFUNCTION = lambda(Theta_l)\n0 0.2\n0.8 "
     "2.8\n";
 
-struct Quantity {
+struct ShownQuantity {
   const char* keyword;
   const char* description;
   const char* unit;
 };
 
-const std::vector<Quantity> FIELDS{
+const std::vector<ShownQuantity> FIELD_QUANTITIES{
     {"TEMPER", "Temperature", "K"},
     {"ENERGY", "Internal energy density", "J/m3"},
     {"MOISTURE", "Moisture mass density (liquid + vapor + ice)", "kg/m3"},
@@ -75,7 +75,7 @@ const std::vector<Quantity> FIELDS{
     {"HP_HEAT_FLUX", "Heat pipe model: heat flux from pipe to surrounding in W", "W"},
     {"DEW_POINT", "Dew point temerature of the element", "K"}};
 
-const std::vector<Quantity> FLUXES{
+const std::vector<ShownQuantity> FLUX_QUANTITIES{
     {"HEATFLUX", "Heat flux (conduction)", "W/m2"},
     {"MOISTFLUX", "Total moisture flux", "kg/m2s"},
     {"WATFLUX", "Water flux (liquid phase only)", "kg/m2s"},
@@ -143,7 +143,7 @@ std::string quantityConditions() {
 /// Outputs of all quantities of a list, of all cells or of all sides.
 std::string quantityOutputs(std::string& files, std::string& assignments) {
   std::string formats;
-  const auto add = [&](const Quantity& quantity, bool field) {
+  const auto add = [&](const ShownQuantity& quantity, bool field) {
     const std::string name = quantity.keyword, type = field ? "FIELD" : "FLUX";
     formats += quantityBlock("OUTPUT_FORMAT", name,
                              "TYPE = " + type + "\n" + type + "_TYPE = " + name +
@@ -159,8 +159,8 @@ std::string quantityOutputs(std::string& files, std::string& assignments) {
                    quantitySelection("FLUXOUTPUT", "0 0 2 1", name, "TOP") +
                    quantitySelection("FLUXOUTPUT", "0 1 2 1", name, "BOTTOM");
   };
-  for (const Quantity& quantity : FIELDS) add(quantity, true);
-  for (const Quantity& quantity : FLUXES) add(quantity, false);
+  for (const ShownQuantity& quantity : FIELD_QUANTITIES) add(quantity, true);
+  for (const ShownQuantity& quantity : FLUX_QUANTITIES) add(quantity, false);
   return formats;
 }
 
@@ -200,17 +200,17 @@ class Quantities : public ::testing::Test {
  protected:
   void SetUp() override {
     if (files_.empty()) runOnce();
-    ASSERT_EQ(files_.size(), FIELDS.size() + FLUXES.size());
+    ASSERT_EQ(files_.size(), FIELD_QUANTITIES.size() + FLUX_QUANTITIES.size());
   }
   static void TearDownTestSuite() { files_.clear(); }
 
   static void runOnce() {
     const TKL::TempFolder folder;
-    folder.write("plaster.m6", PLASTER);
+    folder.write("plaster.m6", EXPANDING_PLASTER);
     const ProcessResult result = runSolver({"-x", "-v0", folder.write("wall.vel", quantityProject())});
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    for (const auto* list : {&FIELDS, &FLUXES})
-      for (const Quantity& quantity : *list)
+    for (const auto* list : {&FIELD_QUANTITIES, &FLUX_QUANTITIES})
+      for (const ShownQuantity& quantity : *list)
         files_[quantity.keyword] =
             TKL::readOutputFile(folder.read(std::string("wall.results/") + quantity.keyword));
   }
@@ -221,7 +221,7 @@ class Quantities : public ::testing::Test {
     const TKL::ReadOutputFile& field = file(keyword);
     for (std::size_t i = 0; i < field.numbers.size(); ++i) {
       const auto& element = field.elements.at(static_cast<std::size_t>(field.numbers[i]));
-      if (element.column == cell % COLUMNS && element.row == cell / COLUMNS)
+      if (element.column == cell % QUANTITY_COLUMNS && element.row == cell / QUANTITY_COLUMNS)
         return field.records.back().values.at(i);
     }
     ADD_FAILURE() << keyword << " has no cell " << cell;
@@ -247,7 +247,7 @@ class Quantities : public ::testing::Test {
   enum place { LEFT, RIGHT, TOP, BOTTOM };
   /// The flux density through a side of a cell, or none.
   static std::vector<double> beside(const std::string& keyword, int cell, place where) {
-    const int i = cell % COLUMNS, j = cell / COLUMNS;
+    const int i = cell % QUANTITY_COLUMNS, j = cell / QUANTITY_COLUMNS;
     return throughIfThere(keyword, where == LEFT || where == RIGHT, i + (where == RIGHT ? 1 : 0),
                           j + (where == BOTTOM ? 1 : 0));
   }
@@ -276,9 +276,9 @@ class Quantities : public ::testing::Test {
 }  // namespace
 
 TEST_F(Quantities, eachHasAFileWithItsNameUnitAndTimes) {
-  for (const auto* list : {&FIELDS, &FLUXES}) {
-    const bool field = list == &FIELDS;
-    for (const Quantity& quantity : *list) {
+  for (const auto* list : {&FIELD_QUANTITIES, &FLUX_QUANTITIES}) {
+    const bool field = list == &FIELD_QUANTITIES;
+    for (const ShownQuantity& quantity : *list) {
       SCOPED_TRACE(quantity.keyword);
       const TKL::ReadOutputFile& one = file(quantity.keyword);
       EXPECT_TRUE(one.binary);
@@ -288,7 +288,8 @@ TEST_F(Quantities, eachHasAFileWithItsNameUnitAndTimes) {
       ASSERT_EQ(one.records.size(), field ? 3U : 2U);  // fluxes have no record at the start
       for (std::size_t i = 0; i < one.records.size(); ++i)
         EXPECT_EQ(one.records[i].time, static_cast<double>(field ? i : i + 1));
-      EXPECT_EQ(one.records.back().values.size(), static_cast<std::size_t>(field ? CELLS : SIDES));
+      EXPECT_EQ(one.records.back().values.size(),
+                static_cast<std::size_t>(field ? QUANTITY_CELLS : QUANTITY_SIDES));
       EXPECT_EQ(one.rest, 0U);
       EXPECT_EQ(one.paddingBits, 0U);
     }
@@ -296,7 +297,7 @@ TEST_F(Quantities, eachHasAFileWithItsNameUnitAndTimes) {
 }
 
 TEST_F(Quantities, stateOfACell_followsFromItsTemperatureAndMoisture) {
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     const double T = at("TEMPER", cell), mw = at("MOISTURE", cell), Theta = mw / 1000.0;
     const double RH = Theta / 0.2;  // the straight line of the material
     const double pC = std::log(RH) * 1000.0 * QUANTITY_RV * T;
@@ -317,18 +318,18 @@ TEST_F(Quantities, stateOfACell_followsFromItsTemperatureAndMoisture) {
 
 TEST_F(Quantities, waterAboveTheHygroscopicRange_isCountedFromItsLimitOn) {
   int above = 0;
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     const double excess = std::max(0.0, at("THETAL", cell) - 0.2 * 0.9);
     above += excess > 0.0;
     EXPECT_NEAR(at("OVHWATCONT", cell), excess, 1e-12) << cell;
     EXPECT_NEAR(at("OVHWATMASS", cell), 1000.0 * excess, 1e-9) << cell;
   }
   EXPECT_GT(above, 0);
-  EXPECT_LT(above, CELLS);
+  EXPECT_LT(above, QUANTITY_CELLS);
 }
 
 TEST_F(Quantities, expansions_countFromTheirReferences) {
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     EXPECT_NEAR(at("THERMAL_EXPANSION", cell), 0.01 * (at("TEMPER", cell) - 283.15), 1e-12) << cell;
     EXPECT_NEAR(at("HYGRIC_EXPANSION", cell), 2.0 * (at("THETAL", cell) - 0.2 * 0.5), 1e-12) << cell;
   }
@@ -339,30 +340,30 @@ TEST_F(Quantities, sources_standInTheirCells) {
   const double Ti = 295.15, To = 281.15;
   const double pressure = (Ti - To) / Ti * 9.81 * 4.0 * 1.3;
   const double flow = 3.0 / 3600.0 / 750.0 * pressure;
-  const double coldest = at("TEMPER", LEAKY);
+  const double coldest = at("TEMPER", LEAKY_CELL);
   const double condensate =
       (0.8 * saturation(Ti) / (QUANTITY_RV * Ti) - saturation(coldest) / (QUANTITY_RV * coldest)) * flow /
       0.1;
   ASSERT_GT(condensate, 0.0);
   // the air that comes from the cell at the left of the draught
-  const double from = at("TEMPER", DRAUGHT - 1), own = at("TEMPER", DRAUGHT);
-  const double entering = at("VAPPRESS", DRAUGHT - 1) / (QUANTITY_RV * from);
-  const double leaving = at("VAPPRESS", DRAUGHT) / (QUANTITY_RV * own);
-  for (int cell = 0; cell < CELLS; ++cell) {
-    const double leak = cell == LEAKY ? condensate : 0.0;
+  const double from = at("TEMPER", DRAUGHTY_CELL - 1), own = at("TEMPER", DRAUGHTY_CELL);
+  const double entering = at("VAPPRESS", DRAUGHTY_CELL - 1) / (QUANTITY_RV * from);
+  const double leaving = at("VAPPRESS", DRAUGHTY_CELL) / (QUANTITY_RV * own);
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
+    const double leak = cell == LEAKY_CELL ? condensate : 0.0;
     EXPECT_NEAR(at("CONVECTIVE_MOISTURE_SOURCE", cell), leak, 2e-3 * leak) << cell;
-    EXPECT_NEAR(at("CONVECTIVE_AIR_FLOW", cell), cell == LEAKY ? flow : 0.0, 2e-3 * flow) << cell;
-    const double draught = cell == DRAUGHT ? (entering - leaving) * 1e-5 / 0.1 : 0.0;
-    const double drip = cell == DRIP ? 1e-5 : 0.0;
+    EXPECT_NEAR(at("CONVECTIVE_AIR_FLOW", cell), cell == LEAKY_CELL ? flow : 0.0, 2e-3 * flow) << cell;
+    const double draught = cell == DRAUGHTY_CELL ? (entering - leaving) * 1e-5 / 0.1 : 0.0;
+    const double drip = cell == DRIPPING_CELL ? 1e-5 : 0.0;
     EXPECT_NEAR(at("MOISTSOURCE", cell), at("CONVECTIVE_MOISTURE_SOURCE", cell) + draught + drip, 1e-12)
         << cell;
     const double water = (drip + at("CONVECTIVE_MOISTURE_SOURCE", cell)) * 4180.0 * at("TEMPER", cell);
-    double heat = water + (cell == HEATER ? 100.0 : 0.0);
-    if (cell == DRAUGHT)
+    double heat = water + (cell == HEATED_CELL ? 100.0 : 0.0);
+    if (cell == DRAUGHTY_CELL)
       heat += (at("AIRFLOWENTHALPY_IN", cell) - at("AIRFLOWENTHALPY_OUT", cell)) / 0.1 +
               (enthalpyOfVapour(from) * entering - enthalpyOfVapour(own) * leaving) * 1e-5 / 0.1;
     EXPECT_NEAR(at("HEATSOURCE", cell), heat, 1e-6 * std::fabs(heat)) << cell;
-    const bool flows = cell == DRAUGHT;
+    const bool flows = cell == DRAUGHTY_CELL;
     EXPECT_NEAR(at("AIRFLOWENTHALPY_IN", cell), flows ? 1e-5 * 1.2 * 1006.0 * from : 0.0, 0.1) << cell;
     EXPECT_EQ(at("AIRFLOWENTHALPY_OUT", cell) > 0.0, flows) << cell;
     for (const char* pipe : {"HP_FLOW_TEMPERATURE", "HP_RETURN_FLOW_TEMPERATURE", "HP_HEAT_FLUX"})
@@ -386,8 +387,8 @@ TEST_F(Quantities, moistureFlow_isTheSumOfItsParts) {
 }
 
 TEST_F(Quantities, surface_hasItsRadiationAndItsRain) {
-  for (int row = 0; row < ROWS; ++row) {
-    const int cell = row * COLUMNS;
+  for (int row = 0; row < QUANTITY_ROWS; ++row) {
+    const int cell = row * QUANTITY_COLUMNS;
     EXPECT_NEAR(through("LWRAD", true, 0, row), 0.9 * 50.0, 1e-9);
     const double film = 8.0 * (281.15 - at("TEMPER", cell));
     EXPECT_NEAR(through("HEATFLUX", true, 0, row), film, 1e-9 * std::fabs(film));
@@ -405,13 +406,13 @@ TEST_F(Quantities, surface_hasItsRadiationAndItsRain) {
   }
   EXPECT_NEAR(through("SHWRAD", true, 0, 0), 0.6 * 400.0, 1e-9);
   for (const char* keyword : {"SHWRAD", "LWRAD", "NORMRAIN", "RAINRUNOFF", "RAINRUNOFFENTH"})
-    for (int column = 1; column < COLUMNS; ++column)
+    for (int column = 1; column < QUANTITY_COLUMNS; ++column)
       EXPECT_EQ(through(keyword, true, column, 0), 0.0) << keyword << column;
 }
 
 TEST_F(Quantities, conduction_followsFromTheTemperaturesOfItsCells) {
-  for (int row = 0; row < ROWS; ++row) {
-    const int left = row * COLUMNS, right = left + 1;
+  for (int row = 0; row < QUANTITY_ROWS; ++row) {
+    const int left = row * QUANTITY_COLUMNS, right = left + 1;
     // the mean of the two conductivities, each 0.8 W/mK dry and 2.8 W/mK at the content 0.2
     const double lambda = 0.8 + 10.0 * 0.5 * (at("THETAL", left) + at("THETAL", right));
     const double expected = lambda * (at("TEMPER", left) - at("TEMPER", right)) / 0.1;
@@ -420,7 +421,7 @@ TEST_F(Quantities, conduction_followsFromTheTemperaturesOfItsCells) {
 }
 
 TEST_F(Quantities, meansOfACell_areTakenOverItsSides) {
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     expectClose(at("HEATFLUXMEAN", cell), meanAround("HEATFLUX", cell), "HEATFLUXMEAN", cell);
     expectClose(at("AIRFLUXMEAN", cell), meanAround("AIRFLUX", cell), "AIRFLUXMEAN", cell);
     expectClose(at("AIRENTHALPYFLUX", cell), meanAround("AIRENTH", cell), "AIRENTHALPYFLUX", cell);
@@ -429,7 +430,7 @@ TEST_F(Quantities, meansOfACell_areTakenOverItsSides) {
 
 TEST_F(Quantities, largestAirFlows_areThoseOfTheSides) {
   int shown = 0;
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     double x = 0.0, y = 0.0;
     for (const place where : {TOP, BOTTOM})  // files show upward flows as positive
       for (const double upwards : beside("AIRFLUX", cell, where))
@@ -442,23 +443,26 @@ TEST_F(Quantities, largestAirFlows_areThoseOfTheSides) {
     shown += x != 0.0;
   }
   EXPECT_GT(shown, 0);
-  EXPECT_LT(shown, CELLS);  // where the vertical flow is stronger, none is shown
+  EXPECT_LT(shown, QUANTITY_CELLS);  // where the vertical flow is stronger, none is shown
 }
 
 TEST_F(Quantities, air_flowsFromHighToLowPressureAndCarriesItsHeat) {
-  for (int cell = 0; cell < CELLS; ++cell) {
+  for (int cell = 0; cell < QUANTITY_CELLS; ++cell) {
     EXPECT_NEAR(at("GASPRESS_DIFF", cell), at("GASPRESS", cell) - 101325.0, 1e-9) << cell;
     EXPECT_GT(at("GASPRESS_DIFF", cell), 0.0);
     EXPECT_LT(at("GASPRESS_DIFF", cell), 20.0);
   }
-  const double entering = through("AIRFLUX", true, 0, 1), leaving = through("AIRFLUX", true, COLUMNS, 0);
+  const double entering = through("AIRFLUX", true, 0, 1),
+               leaving = through("AIRFLUX", true, QUANTITY_COLUMNS, 0);
   EXPECT_GT(entering, 0.0);
   EXPECT_NEAR(entering, leaving, 1e-6 * entering);
   EXPECT_NEAR(through("AIRENTH", true, 0, 1), entering * 1006.0 * 281.15, 1e-6);
-  EXPECT_NEAR(through("AIRENTH", true, COLUMNS, 0), leaving * 1006.0 * at("TEMPER", HEATER), 1e-6);
+  EXPECT_NEAR(through("AIRENTH", true, QUANTITY_COLUMNS, 0), leaving * 1006.0 * at("TEMPER", HEATED_CELL),
+              1e-6);
   // what the cells give away at the right carries their vapour
-  const double vapour = leaving * at("VAPPRESS", HEATER) / at("GASPRESS", HEATER) * QUANTITY_RA / QUANTITY_RV;
-  EXPECT_NEAR(through("VAPCONV", true, COLUMNS, 0), vapour, 2e-3 * vapour);
+  const double vapour =
+      leaving * at("VAPPRESS", HEATED_CELL) / at("GASPRESS", HEATED_CELL) * QUANTITY_RA / QUANTITY_RV;
+  EXPECT_NEAR(through("VAPCONV", true, QUANTITY_COLUMNS, 0), vapour, 2e-3 * vapour);
 }
 
 TEST(PipeQuantities, pipe_showsItsTemperaturesAndItsHeatAtItsCell) {
