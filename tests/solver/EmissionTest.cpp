@@ -14,8 +14,8 @@ namespace VELMORA_SOLVER {
 
 namespace {
 
-constexpr double LAYER = 0.04;          // [m]
-constexpr double LAYER_START = 1e-4;    // [kg/m3] in the pore gas at equilibrium
+constexpr double EMITTER = 0.04;        // [m]
+constexpr double EMITTER_START = 1e-4;  // [kg/m3] in the pore gas at equilibrium
 constexpr double EMISSION_FILM = 4e-5;  // [m/s]
 constexpr double ROOM_DENSITY = 2e-5;   // [kg/m3]
 
@@ -23,7 +23,7 @@ constexpr double ROOM_DENSITY = 2e-5;   // [kg/m3]
 SorbingLayer boardAt(double celsius, double Theta = 0.0) {
   const double T = celsius + KELVIN;
   SorbingLayer layer;
-  layer.thickness = LAYER;
+  layer.thickness = EMITTER;
   layer.capacity = VOC_POROSITY + vocPartition(BOARD_K, T);
   layer.conductance = vocPermeability(BOARD_MU, T, Theta) * VOC_RV * T;
   return layer;
@@ -61,31 +61,31 @@ double flowToRoom(const WallRun& run, int columns) {
 /// Deviation of the emitted amount from the exact one at a Fourier number, over that.
 double emissionError(int columns, double fourier) {
   const SorbingLayer layer = boardAt(20.0);
-  LayerProblem problem(uniform(columns, LAYER), 20.0);
-  problem.mass(problem.all(), layer.capacity * LAYER_START);
+  LayerProblem problem(uniform(columns, EMITTER), 20.0);
+  problem.mass(problem.all(), layer.capacity * EMITTER_START);
   problem.room(EMISSION_FILM, 0.0);
   WallRun run(problem);
   const double before = pollutantMass(run);
-  const double t = fourier * LAYER * LAYER / layer.diffusivity();
+  const double t = fourier * EMITTER * EMITTER / layer.diffusivity();
   run.advance(t);
-  const double exact = LayerEmission(layer, EMISSION_FILM, LAYER_START, 0.0).emitted(t);
+  const double exact = LayerEmission(layer, EMISSION_FILM, EMITTER_START, 0.0).emitted(t);
   return (before - pollutantMass(run)) / exact - 1.0;
 }
 
 /// Largest deviation of the density in a sealed layer whose left quarter was loaded, over that of the start.
 double sealedError(int columns, double fourier) {
   const SorbingLayer layer = boardAt(20.0);
-  LayerProblem problem(uniform(columns, LAYER), 20.0);
-  problem.mass({0, 0, columns / 4 - 1, 0}, layer.capacity * LAYER_START);
+  LayerProblem problem(uniform(columns, EMITTER), 20.0);
+  problem.mass({0, 0, columns / 4 - 1, 0}, layer.capacity * EMITTER_START);
   WallRun run(problem);
-  const double t = fourier * LAYER * LAYER / layer.diffusivity();
+  const double t = fourier * EMITTER * EMITTER / layer.diffusivity();
   run.advance(t);
-  const SealedLayer exact(layer, 0.25 * LAYER, LAYER_START);
+  const SealedLayer exact(layer, 0.25 * EMITTER, EMITTER_START);
   double largest = 0.0;
   for (int i = 0; i < columns; ++i) {
-    const double x = (i + 0.5) * LAYER / columns;
+    const double x = (i + 0.5) * EMITTER / columns;
     const double actual = run.solver.state().rhoVOC[static_cast<std::size_t>(i)];
-    largest = std::max(largest, std::abs(actual - exact.density(x, t)) / LAYER_START);
+    largest = std::max(largest, std::abs(actual - exact.density(x, t)) / EMITTER_START);
   }
   return largest;
 }
@@ -96,22 +96,22 @@ class EmissionOf : public ::testing::TestWithParam<std::tuple<const char*, doubl
 
 TEST_P(EmissionOf, aLayerThroughAFilm_followsTheSeries) {
   const auto& [equations, celsius] = GetParam();
-  const std::vector<double> widths = reversed(growing(1e-5, 1.05, LAYER));
+  const std::vector<double> widths = reversed(growing(1e-5, 1.05, EMITTER));
   const int columns = static_cast<int>(widths.size());
   LayerProblem problem(widths, celsius, equations);
-  problem.mass(problem.all(), boardAt(celsius).capacity * LAYER_START);
+  problem.mass(problem.all(), boardAt(celsius).capacity * EMITTER_START);
   problem.room(EMISSION_FILM, ROOM_DENSITY);
   WallRun run(problem);
   run.solver.initStep();
   const SorbingLayer layer = boardAt(celsius, run.solver.state().Theta[0]);
-  const LayerEmission exact(layer, EMISSION_FILM, LAYER_START, ROOM_DENSITY);
+  const LayerEmission exact(layer, EMISSION_FILM, EMITTER_START, ROOM_DENSITY);
   const double before = pollutantMass(run);
   for (const double fourier : {0.02, 0.1, 0.4, 1.0}) {
-    const double t = fourier * LAYER * LAYER / layer.diffusivity();
+    const double t = fourier * EMITTER * EMITTER / layer.diffusivity();
     run.advance(t);
     std::vector<double> expected, actual;
-    for (const double x : centresOf(widths)) expected.push_back(exact.density(x, t) / LAYER_START);
-    for (const double rho : run.solver.state().rhoVOC) actual.push_back(rho / LAYER_START);
+    for (const double x : centresOf(widths)) expected.push_back(exact.density(x, t) / EMITTER_START);
+    for (const double rho : run.solver.state().rhoVOC) actual.push_back(rho / EMITTER_START);
     EXPECT_TRUE(agree(actual, expected, 1e-3)) << "Fourier number " << fourier;
     EXPECT_NEAR(flowToRoom(run, columns), exact.flux(t), 1e-3 * exact.flux(t)) << fourier;
     EXPECT_NEAR(before - pollutantMass(run), exact.emitted(t), 1e-3 * exact.emitted(t)) << fourier;
@@ -125,14 +125,14 @@ INSTANTIATE_TEST_SUITE_P(Equations, EmissionOf,
 
 TEST(Emission, throughAFastFilm_isThatOfAFaceAtTheDensityOfTheRoom) {
   const SorbingLayer layer = boardAt(20.0);
-  const LayerEmission exact(layer, std::numeric_limits<double>::infinity(), LAYER_START, 0.0);
-  LayerProblem problem(reversed(growing(1e-6, 1.08, LAYER)), 20.0);
-  problem.mass(problem.all(), layer.capacity * LAYER_START);
+  const LayerEmission exact(layer, std::numeric_limits<double>::infinity(), EMITTER_START, 0.0);
+  LayerProblem problem(reversed(growing(1e-6, 1.08, EMITTER)), 20.0);
+  problem.mass(problem.all(), layer.capacity * EMITTER_START);
   problem.room(1.0, 0.0);
   WallRun run(problem);
   const double before = pollutantMass(run);
   for (const double fourier : {0.05, 0.3, 1.0}) {
-    const double t = fourier * LAYER * LAYER / layer.diffusivity();
+    const double t = fourier * EMITTER * EMITTER / layer.diffusivity();
     run.advance(t);
     EXPECT_NEAR(before - pollutantMass(run), exact.emitted(t), 2e-3 * exact.emitted(t)) << fourier;
   }
@@ -140,15 +140,15 @@ TEST(Emission, throughAFastFilm_isThatOfAFaceAtTheDensityOfTheRoom) {
 
 TEST(Emission, early_isThatOfABodyWithoutEnd) {
   const SorbingLayer layer = boardAt(20.0);
-  LayerProblem problem(reversed(growing(2e-6, 1.08, LAYER)), 20.0);
-  problem.mass(problem.all(), layer.capacity * LAYER_START);
+  LayerProblem problem(reversed(growing(2e-6, 1.08, EMITTER)), 20.0);
+  problem.mass(problem.all(), layer.capacity * EMITTER_START);
   problem.room(EMISSION_FILM, 0.0);
   problem.maxStep = 600.0;
   WallRun run(problem);
   const double before = pollutantMass(run);
   for (const double t : {600.0, 3600.0}) {
     run.advance(t);
-    const double early = earlyEmission(layer, EMISSION_FILM, LAYER_START, t);
+    const double early = earlyEmission(layer, EMISSION_FILM, EMITTER_START, t);
     EXPECT_NEAR(before - pollutantMass(run), early, 2e-3 * early) << t;
   }
 }
