@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,7 +12,6 @@
 #include "pollutant/PollutantLibrary.h"
 #include "solver/PorousMaterial.h"
 #include "solver/WallBench.h"
-#include "support/TempFolder.h"
 
 namespace VELMORA_SOLVER {
 
@@ -40,7 +41,7 @@ inline double vocPermeability(double muFactor, double T, double Theta = 0.0) {
 /// The database of these compounds and materials, as a file.
 class PollutantFile {
  public:
-  PollutantFile() : path_(folder_.write("voc.txt", text())) {}
+  PollutantFile() : path_(folder_.file("voc.txt")) { std::ofstream(path_) << text(); }
 
   const std::string& path() const { return path_; }
 
@@ -67,7 +68,7 @@ class PollutantFile {
   }
 
  private:
-  TKL::TempFolder folder_;
+  ProjectFolder folder_;
   std::string path_;
 };
 
@@ -78,7 +79,7 @@ class PollutantProblem : public WallProblem {
                             const std::string& equations = "ENERGY POLLUTANT")
       : WallProblem(std::move(dx), std::move(dy)) {
     balances = equations;
-    general = "VOC_DATABASE = " + database.path() + "\nVOC_IDS = Vapour\n";
+    general = "VOC_DATABASE = " + database().path() + "\nVOC_IDS = Vapour\n";
     settings = "ABS_TOL_POLLUTANT = 1e-15\nABS_TOL_MOISTURE = 1e-9\n";
   }
 
@@ -101,7 +102,10 @@ class PollutantProblem : public WallProblem {
   }
   void mass(const Range& range, double density) { initial(range, "VOCMASS", number(density) + " kg/m3"); }
 
-  PollutantFile database;
+  const PollutantFile& database() const { return *file_; }
+
+ private:
+  std::shared_ptr<const PollutantFile> file_ = std::make_shared<PollutantFile>();
 };
 
 /// Pollutant in gas and solid of all elements [kg].
