@@ -24,14 +24,15 @@ void FreezeThawCounting::update(double t, const SolverState& state) {
   clock_ += INTERVAL;
 }
 
-void FreezeThawCounting::resume(const std::vector<std::uint32_t>& cycles,
+bool FreezeThawCounting::resume(const std::vector<std::uint32_t>& cycles,
                                 const std::vector<std::uint8_t>& frozen) {
-  if (cycles.size() != counters_.size() || frozen.size() != counters_.size()) return;
+  if (cycles.size() != counters_.size() || frozen.size() != counters_.size()) return false;
   cycles_ = cycles;
   for (std::size_t e = 0; e < counters_.size(); ++e) {
     counters_[e].cycles = cycles[e];
     counters_[e].frozen = frozen[e] != 0;
   }
+  return true;
 }
 
 std::vector<std::uint8_t> FreezeThawCounting::frozen() const {

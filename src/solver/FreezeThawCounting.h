@@ -34,8 +34,8 @@ class FreezeThawCounting {
   /// To be called after each step that has reached `t` [s].
   void update(double t, const SolverState& state);
 
-  /// Counts and states of an earlier run. Lists that do not fit the elements change nothing.
-  void resume(const std::vector<std::uint32_t>& cycles, const std::vector<std::uint8_t>& frozen);
+  /// Counts and states of an earlier run. Lists that do not fit the elements change nothing, and give false.
+  bool resume(const std::vector<std::uint32_t>& cycles, const std::vector<std::uint8_t>& frozen);
 
   const std::vector<std::uint32_t>& cycles() const { return cycles_; }         ///< by element
   const std::vector<double>& iceSaturation() const { return iceSaturation_; }  ///< [-] ice to pore volume

@@ -15,6 +15,9 @@ namespace VELMORA_SOLVER {
 
 namespace {
 
+constexpr double EXACT_SHARE = 0.01;  // of the relative tolerance
+constexpr int EXACT_STEPS = 60;  // until order and step size have grown to those of a run that is under way
+
 /// Settings are constants or checked before; a refusal is an error of this program, reported as such.
 void check(int flag, const char* call) {
   const char* const FUNC_ID = "[Integrator::configure]";
@@ -40,7 +43,6 @@ void Integrator::clear() {
 
 bool Integrator::createVectors(std::size_t size, bool ownOperations) {
   clear();
-  ownOperations_ = ownOperations;
   if (SUNContext_Create(nullptr, &context_) != 0) return false;
   for (N_Vector* vector : {&y_, &yInterpolated_, &ySaved_, &errorWeights_, &localErrors_}) {
     *vector = N_VNew_Serial(static_cast<sunindextype>(size), context_);
@@ -68,11 +70,16 @@ int Integrator::initialise(OdeSystem& system, double t, double relativeTolerance
 
 int Integrator::setTolerances(double relativeTolerance) {
   relativeTolerance_ = relativeTolerance;
-  if (!ownOperations_) return CVodeSVtolerances(cvode_, relativeTolerance, absTol_);
+  exactSteps_ = 0;
   return CVodeWFtolerances(cvode_, [](N_Vector y, N_Vector weights, void* data) {
     const auto& self = *static_cast<Integrator*>(data);
-    return VELMORA_SOLVER::errorWeights(self.relativeTolerance_, y, self.absTol_, weights) ? 0 : -1;
+    const double share = self.exactSteps_ > 0 ? EXACT_SHARE : 1.0;
+    return VELMORA_SOLVER::errorWeights(share * self.relativeTolerance_, y, self.absTol_, weights) ? 0 : -1;
   });
+}
+
+void Integrator::startExactly() {
+  exactSteps_ = EXACT_STEPS;
 }
 
 int Integrator::attachBandSolver(long mu) {
@@ -113,6 +120,7 @@ int Integrator::reinitialise(double t, double relativeTolerance) {
 int Integrator::step(double tOut, double& t) {
   const int flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
   if (pending_) std::rethrow_exception(std::exchange(pending_, nullptr));
+  if (flag >= 0 && exactSteps_ > 0) --exactSteps_;
   return flag;
 }
 

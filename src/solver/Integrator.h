@@ -73,6 +73,10 @@ class Integrator {
   /// Attaches a solver on the blocks of neighbouring cells instead. 0, or the same codes.
   int attachBlockSolver(JacobianPattern pattern, BlockMethod method);
   void configure(const IntegratorSettings& settings);
+  /// Lets the next steps keep to a small share of the relative tolerance, after `initialise`. It is for a
+  /// start inside a calculation: the steps of low order that a start takes use the whole tolerance, and those
+  /// of many starts would add up to more than the errors of an uninterrupted run.
+  void startExactly();
   /// Starts afresh at (t, state) with a new relative tolerance.
   int reinitialise(double t, double relativeTolerance);
   void clear();
@@ -114,8 +118,8 @@ class Integrator {
   std::unique_ptr<LinearSolver> linearSolver_;
   void* cvode_ = nullptr;
   OdeSystem* system_ = nullptr;
-  bool ownOperations_ = false;
   double relativeTolerance_ = 0.0;
+  int exactSteps_ = 0;  ///< that are still to come
   std::exception_ptr pending_;
 };
 

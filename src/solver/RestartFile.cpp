@@ -36,6 +36,12 @@ void appendCounts(std::string& text, const std::vector<Number>& values) {
   if (!values.empty()) text += '\n';
 }
 
+/// Whether the file may have been cut inside the number that ends at `position`: neither a blank nor the end
+/// of the line says that no digit is missing.
+bool mayBeCut(const std::istream& in, const char* position, const char* end) {
+  return position == end && in.eof();
+}
+
 /// Reads the first `count` numbers of one line; false where there are fewer.
 bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& values) {
   std::string line;
@@ -48,7 +54,7 @@ bool readNumbers(std::istream& in, std::size_t count, std::vector<double>& value
     while (position != end && *position == ' ') ++position;
     double value = 0.0;
     const auto result = std::from_chars(position, end, value);
-    if (result.ec != std::errc() || !std::isfinite(value)) return false;
+    if (result.ec != std::errc() || !std::isfinite(value) || mayBeCut(in, result.ptr, end)) return false;
     values.push_back(value);
     position = result.ptr;
   }
@@ -67,7 +73,7 @@ std::vector<Number> readCounts(std::istream& in, std::size_t count) {
     while (position != end && *position == ' ') ++position;
     Number value = 0;
     const auto result = std::from_chars(position, end, value);
-    if (result.ec != std::errc()) return {};
+    if (result.ec != std::errc() || mayBeCut(in, result.ptr, end)) return {};
     values.push_back(value);
     position = result.ptr;
   }

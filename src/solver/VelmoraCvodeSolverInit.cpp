@@ -296,6 +296,7 @@ bool VelmoraCvodeSolver::initIntegrator() {
     error("CVodeMalloc init error!");
     return false;
   }
+  if (flags_.restart) integrator_.startExactly();
   switch (attachLinearSolver(integrator_, data_, equations_.nEquationsPerElement,
                              init_.solverSettings.cvodeSettings.linearSolver)) {
     case 0:
@@ -354,7 +355,9 @@ void VelmoraCvodeSolver::initFreezeThaw(const VelProject& project) {
   freezeThaw_.start(data_.elements, project.m_outputs.freezeBegin.value, project.m_outputs.thawBegin, t);
   if (flags_.restart) {
     const RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
-    freezeThaw_.resume(restart.freezeThawCycles, restart.frozen);
+    if (!freezeThaw_.resume(restart.freezeThawCycles, restart.frozen))
+      TKL::message("The freeze-thaw cycles up to the restart are missing: they are counted anew.\n",
+                   TKL::MSG_WARNING, INIT_ID, -1);
   }
 }
 

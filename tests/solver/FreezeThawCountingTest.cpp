@@ -110,7 +110,7 @@ TEST_F(FreezeThawCountingTest, criterionByIce_isPassedOn) {
 }
 
 TEST_F(FreezeThawCountingTest, resumed_completesTheCycleThatHadBegun) {
-  counting.resume({4, 2}, {1, 0});
+  EXPECT_TRUE(counting.resume({4, 2}, {1, 0}));
   EXPECT_EQ(counting.cycles(), (Cycles{4, 2}));
   thaw();
   counting.update(10.0, state);
@@ -118,9 +118,9 @@ TEST_F(FreezeThawCountingTest, resumed_completesTheCycleThatHadBegun) {
 }
 
 TEST_F(FreezeThawCountingTest, resumedWithoutCounts_beginsAtZero) {
-  counting.resume({}, {});
-  counting.resume({4}, {1});
-  counting.resume({4, 2}, {1});
+  EXPECT_FALSE(counting.resume({}, {}));
+  EXPECT_FALSE(counting.resume({4}, {1}));
+  EXPECT_FALSE(counting.resume({4, 2}, {1}));
   EXPECT_EQ(counting.cycles(), (Cycles{0, 0}));
 }
 

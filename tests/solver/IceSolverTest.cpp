@@ -123,9 +123,10 @@ TEST_F(IceSolverTest, restartedRun_goesOnCounting) {
   text.general = "DURATION = 8.5 d\n";
   run(true);
   EXPECT_EQ(last("FREEZE_THAW"), (Record{8.5, 4.0, 4.0}));
+  EXPECT_FALSE(capture.contains("are counted anew"));
 }
 
-TEST_F(IceSolverTest, restartWithoutCounts_beginsAtZero) {
+TEST_F(IceSolverTest, restartWithoutCounts_beginsAtZeroAndSaysSo) {
   text.general = "DURATION = 3.5 d\n";
   run();
   const std::string file = text.result("restart.txt");
@@ -136,6 +137,8 @@ TEST_F(IceSolverTest, restartWithoutCounts_beginsAtZero) {
   text.general = "DURATION = 8.5 d\n";
   run(true);
   EXPECT_EQ(last("FREEZE_THAW"), (Record{8.5, 3.0, 3.0}));
+  EXPECT_TRUE(capture.has("The freeze-thaw cycles up to the restart are missing: they are counted anew.\n",
+                          TKL::MSG_WARNING, "[VelmoraCvodeSolver::init]", -1));
 }
 
 TEST_F(IceSolverTest, energyWithIce_hasNoIceOutputsAndCountsNothing) {

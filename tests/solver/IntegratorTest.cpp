@@ -64,6 +64,32 @@ TEST_F(IntegratorTest, decay_followsTheExponential) {
   EXPECT_NEAR(integrator.interpolated()[0], 2.0 * std::exp(-1.0), 1e-5);
 }
 
+TEST_F(IntegratorTest, exactStart_hasAFractionOfTheErrorOfAnotherStart) {
+  FunctionSystem system(decay);
+  const auto errorOfTheStart = [&](bool exactly) {
+    begin(system, 2.0);
+    if (exactly) integrator.startExactly();
+    double t = 0.0;
+    while (t < 0.02) EXPECT_GE(integrator.step(10.0, t), 0);
+    EXPECT_LT(integrator.numberOfSteps(), 60);
+    return std::fabs(integrator.state()[0] * std::exp(t) / 2.0 - 1.0);
+  };
+  EXPECT_LT(errorOfTheStart(true), 0.1 * errorOfTheStart(false));
+}
+
+TEST_F(IntegratorTest, exactStart_endsInTheStepsOfEveryRun) {
+  settings.initialStep = 1e-4;
+  FunctionSystem system(decay);
+  const auto stepBehindTheStart = [&](bool exactly) {
+    begin(system, 2.0);
+    if (exactly) integrator.startExactly();
+    double t = 0.0;
+    while (t < 10.0) EXPECT_GE(integrator.step(10.0, t), 0);
+    return integrator.lastStepSize();
+  };
+  EXPECT_GT(stepBehindTheStart(true), 0.5 * stepBehindTheStart(false));
+}
+
 TEST_F(IntegratorTest, step_mayPassItsTarget) {
   settings.initialStep = 1.0;
   FunctionSystem system(constantRate);

@@ -120,7 +120,38 @@ TEST(RestartFile, badStates_areRefused) {
 
 TEST(RestartFile, goodFile_isAccepted) {
   const TKL::TempFolder folder;
-  EXPECT_EQ(readTwoElements(folder, "5\n1 2\n0 0"), (TKL::Thrown{"nothing thrown", ""}));
+  EXPECT_EQ(readTwoElements(folder, "5\n1 2\n0 0\n"), (TKL::Thrown{"nothing thrown", ""}));
+  EXPECT_EQ(readTwoElements(folder, "5\n1 2\n0 0 "), (TKL::Thrown{"nothing thrown", ""}));
+}
+
+TEST(RestartFile, fileThatIsCutAnywhere_isRefusedOrLosesNothing) {
+  // a power cut can leave any part of a file that had not reached the disk
+  const TKL::TempFolder folder;
+  fileIn(folder).write({3600.5, {123456.78, 234567.89}, {1.5, 2.12345678}, {}, {}, {40, 12}, {1, 0}});
+  const std::string whole = folder.read("restart.txt");
+  const RestartState state = fileIn(folder).read(2);
+  ASSERT_EQ(state.freezeThawCycles, (std::vector<std::uint32_t>{40, 12}));
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    folder.write("restart.txt", whole.substr(0, size));
+    try {
+      const RestartState cut = fileIn(folder).read(2);
+      EXPECT_EQ(cut.t, state.t) << size;
+      EXPECT_EQ(cut.U, state.U) << size;
+      EXPECT_EQ(cut.mw, state.mw) << size;
+      // lost counts are empty, and the run tells that it counts anew
+      EXPECT_TRUE(cut.freezeThawCycles.empty() || cut.freezeThawCycles == state.freezeThawCycles) << size;
+      EXPECT_TRUE(cut.frozen.empty() || cut.frozen == state.frozen) << size;
+    } catch (const TKL::Exception& refused) {
+      EXPECT_NE(std::string(refused.what()).find("estart file"), std::string::npos) << size;
+    }
+  }
+}
+
+TEST(RestartFile, fileOfZeroBytes_isRefused) {
+  // what some file systems show after a power cut
+  const TKL::TempFolder folder;
+  EXPECT_EQ(readTwoElements(folder, std::string(40, '\0')),
+            refusal("Error reading time point from restart file!"));
 }
 
 }  // namespace VELMORA_SOLVER
