@@ -57,7 +57,7 @@ class PollutantFile {
     return "# for tests\nTABLE VOC_DATA\n" + compound("Vapour") + compound("Other") +
            "TABLE VOC_MATERIAL_DATA\n" + pair("Vapour", "Board", BOARD_MU, BOARD_K) +
            pair("Vapour", "Screed", SCREED_MU, SCREED_K) + pair("Vapour", "Cavity", 0.1, 1.0) +
-           pair("Other", "Board", 1.0, 7.0);
+           pair("Vapour", "Block", BOARD_MU, BOARD_K) + pair("Other", "Board", 1.0, 7.0);
   }
   static std::string compound(const std::string& id) {
     return "ENTITY " + id + "\nundefined\nundefined\n" + number(VOC_M) +
