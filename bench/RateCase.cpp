@@ -23,6 +23,7 @@ constexpr double OUTSIDE = 268.15;        // [K] at the left surface
 constexpr double ROOM = 291.15;           // [K] at the right surface
 constexpr double SWING_T = 0.2;           // [K]
 constexpr double SWING_WATER = 0.005;     // of the water content
+constexpr double POLLUTANT = 1e-6;        // [kg/m3] in gas and solid, swinging likewise
 
 std::string climate(const std::string& name, const std::string& type, const std::string& file) {
   return "[CLIMATE_COND]\nNAME = " + name + "\nTYPE = " + type +
@@ -208,6 +209,7 @@ void RateCase::makeStates() {
   const auto& start = solver_.state();
   const bool energy = project_.m_init.balanceEquations[VELMORA::VelInit::B_ENERGY];
   const bool moisture = project_.m_init.balanceEquations[VELMORA::VelInit::B_MOISTURE];
+  const bool pollutant = project_.m_init.balanceEquations[VELMORA::VelInit::B_POLLUTANT];
   int nColumns = 0;
   for (const VELMORA::Element& element : solver_.data().elements)
     nColumns = std::max(nColumns, element.i + 1);
@@ -221,6 +223,8 @@ void RateCase::makeStates() {
       const double mw = moisture ? start.mw[e] * (1.0 + SWING_WATER * std::cos(phase)) : 0.0;
       if (energy) states_[k].push_back((start.rhoCDry[e] + TKL::C_W * mw) * T);
       if (moisture) states_[k].push_back(mw);
+      if (pollutant)
+        states_[k].insert(states_[k].end(), 2, POLLUTANT * (1.0 + SWING_WATER * std::cos(phase)));
     }
   }
   rates_.resize(states_.front().size());

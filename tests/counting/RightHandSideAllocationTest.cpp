@@ -56,9 +56,9 @@ TEST_P(AllocationOfExample, thousandEvaluations_allocateNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, AllocationOfExample,
-                         ::testing::Values("corner", "flat_roof", "frozen_facade", "glazed_gap",
-                                           "heated_floor", "insulation_anchor", "leaky_roof", "rising_damp",
-                                           "west_wall"),
+                         ::testing::Values("corner", "flat_roof", "floor_covering", "frozen_facade",
+                                           "glazed_gap", "heated_floor", "insulation_anchor", "leaky_roof",
+                                           "rising_damp", "west_wall"),
                          testName);
 
 TEST(AllocationControl, counter_seesAnAllocation) {
