@@ -5,7 +5,8 @@
 
 A failed write, open, fsync or rename must end the run with exit code 1 and a message with path and reason; and
 the restart file that was there before must still be complete, or its backup. A fault that only meets the
-console may pass. Then the run is killed at its n-th rename, and must go on. Needs strace.
+console may pass. The same holds for a run that goes on behind a kill, unless all its records are right in spite of
+the fault. Then the run is killed at its n-th rename, and must go on. Needs strace.
 """
 
 import argparse
@@ -19,6 +20,7 @@ import tempfile
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
 ERRORS = {"write": ["ENOSPC", "EIO"], "writev": ["ENOSPC"], "openat": ["EIO"], "fsync": ["EIO"],
           "rename": ["ENOSPC"], "close": ["EIO"]}
+ON_RESTART = {"write": ["ENOSPC"], "openat": ["EIO"], "truncate": ["EIO"], "rename": ["EIO"], "read": ["EIO"]}
 REASONS = {"ENOSPC": "No space left on device", "EIO": "Input/output error"}
 
 PROJECT = """[INIT]
@@ -28,6 +30,7 @@ DURATION = 3 h
 [SOLVER_SETTINGS]
 [CVODE_SOLVER_SETTINGS]
 USE_MONITORS_FILE = yes
+MAX_DT = 10 s
 [MATERIALS]
 [MATERIAL]
 NAME = Block
@@ -104,7 +107,7 @@ LOCATION = LEFT
 
 
 def run(solver, project, inject=None, *options):
-    """Exit code, standard error, and the path that the injected fault met."""
+    """Exit code, what the program has told, and the call that the injected fault met."""
     trace = project + ".trace"
     command = [solver, "-x", "-v0", *options, project]
     if inject:
@@ -116,7 +119,7 @@ def run(solver, project, inject=None, *options):
             for line in stream:
                 if "(INJECTED)" in line:
                     met = line
-    return done.returncode, done.stderr, met
+    return done.returncode, done.stdout + done.stderr, met
 
 
 def complete_restart_file(results):
@@ -136,43 +139,77 @@ def is_of_interest(met, folder):
     return folder in met and 'wall.vel", O_RDONLY' not in met and "wall.vel>)" not in met
 
 
-def sweep(call, error, solver, folder, every):
+def records_of(path):
+    """The numbers of the records of a text file with geometry, or without."""
+    with open(path, encoding="utf-8") as stream:
+        records = stream.read().split("\n\n")[-1]
+    return [[float(word) for word in line.split()] for line in records.strip().split("\n")]
+
+
+def differs(records, expected):
+    """Whether output times are missing or double, or values differ by more than the steps explain."""
+    if [record[0] for record in records] != [record[0] for record in expected]:
+        return True
+    return any(abs(a - b) > 5e-3 * abs(b) for one, other in zip(records, expected) for a, b in zip(one, other))
+
+
+def records_of_whole_run(solver, project, results):
+    assert run(solver, project)[0] == 0
+    return {name: records_of(os.path.join(results, name)) for name in ("profile.out", "heat.out")}
+
+
+def prepare(solver, project, results, restarted):
+    """Leaves a complete restart file; for a restart that of a run that was killed, with records behind it."""
+    shutil.rmtree(results, ignore_errors=True)
+    code = run(solver, project, "rename:signal=KILL:when=7" if restarted else None)[0]
+    assert code == (-9 if restarted else 0), code
+
+
+def is_told(text, error, folder):
+    """Whether a message names path and reason. The texts of an unreadable project or restart file have no reason."""
+    if re.search(re.escape(folder), text) and REASONS[error] in text:
+        return True
+    return any(known in text for known in ("wall.vel'", "Restart file missing!", "restart file!"))
+
+
+def is_harmless(folder, whole, text):
+    """Whether a run that went on in spite of a fault has the records of a whole run, or tells what is missing."""
+    for name, records in whole.items():
+        if differs(records_of(os.path.join(folder, "wall.results", name)), records):
+            return name == "heat.out" and "time integrals begin anew" in text
+    return True
+
+
+def sweep(call, error, solver, folder, every, restarted=False):
     project = os.path.join(folder, "wall.vel")
     results = os.path.join(folder, "wall.results")
+    whole = records_of_whole_run(solver, project, results)
     failures, cases, n = 0, 0, 1
     while True:
-        shutil.rmtree(results, ignore_errors=True)
-        assert run(solver, project)[0] == 0  # leaves a complete restart file
-        code, text, met = run(solver, project, f"{call}:error={error}:when={n}")
+        prepare(solver, project, results, restarted)
+        code, text, met = run(solver, project, f"{call}:error={error}:when={n}", *(["--restart"] if restarted else []))
         if met is None:
             return cases, failures
         n += every
         if not is_of_interest(met, folder):
             continue
         cases += 1
-        named = re.search(re.escape(folder), text) is not None and REASONS[error] in text
         # a log that cannot be opened stops nothing
         log_not_opened = call == "openat" and ".vel.output" in met
-        if log_not_opened and code == 0:
+        if code == 0 and (log_not_opened or restarted and is_harmless(folder, whole, text)):
             continue
-        if code != 1 or not (named or "wall.vel'" in text) or not complete_restart_file(results):
+        if code != 1 or not is_told(text, error, folder) or not complete_restart_file(results):
             print(f"FAILED: {call} {n - every} {error}: exit code {code}\n  {met.strip()[:200]}\n  {text.strip()[:400]}",
                   file=sys.stderr)
             failures += 1
 
 
-def times_of(path):
-    """Times of the records of a text file with geometry, or without."""
-    with open(path, encoding="utf-8") as stream:
-        records = stream.read().split("\n\n")[-1]
-    return [line.split()[0] for line in records.strip().split("\n")]
-
-
 def kill_sweep(solver, folder, every):
-    """Kills a run at its n-th rename, for all n, and continues it."""
+    """Kills a run at its n-th rename, for all n, and continues it: records and integrals are those of a whole run."""
     project = os.path.join(folder, "wall.vel")
     results = os.path.join(folder, "wall.results")
     failures, cases, n = 0, 0, 1
+    whole = records_of_whole_run(solver, project, results)
     while True:
         shutil.rmtree(results, ignore_errors=True)
         code, _, _ = run(solver, project, f"rename:signal=KILL:when={n}")
@@ -184,9 +221,8 @@ def kill_sweep(solver, folder, every):
             os.rename(file + ".backup", file)
         begun = os.path.exists(file)  # else the run was killed before its first state
         code, text, _ = run(solver, project, *([None, "--restart"] if begun else []))
-        times = times_of(os.path.join(results, "profile.out"))
-        if code != 0 or times != ["0", "3600", "7200", "10800"]:
-            print(f"FAILED: killed at rename {n}: exit code {code}, times {times}\n{text}", file=sys.stderr)
+        if code != 0 or not is_harmless(folder, whole, text) or "begin anew" in text:
+            print(f"FAILED: killed at rename {n}: exit code {code}\n{text}", file=sys.stderr)
             failures += 1
         n += every
 
@@ -209,6 +245,11 @@ def main(arguments=None):
             for error in ERRORS[call]:
                 cases, failed = sweep(call, error, os.path.abspath(options.solver), folder, options.every)
                 print(f"{call} {error}: {cases} faults, {failed} wrong", flush=True)
+                failures += failed
+        for call in ON_RESTART:
+            for error in ON_RESTART[call]:
+                cases, failed = sweep(call, error, os.path.abspath(options.solver), folder, options.every, True)
+                print(f"{call} {error} in a restart: {cases} faults, {failed} wrong", flush=True)
                 failures += failed
         cases, failed = kill_sweep(os.path.abspath(options.solver), folder, options.every)
         print(f"rename SIGKILL: {cases} kills, {failed} wrong", flush=True)

@@ -26,7 +26,10 @@ void ConsoleSolverMsgHandler::openSolverLog(const std::string& projectFile, bool
   logFailed = false;
   solverLogFile =
       std::make_unique<std::ofstream>(logFileName_, append ? std::ios::out | std::ios::app : std::ios::out);
-  if (append) *solverLogFile << "\n----------- continued -------------\n" << std::endl;
+  if (!append) return;
+  errno = 0;
+  *solverLogFile << "\n----------- continued -------------\n" << std::endl;
+  if (solverLogFile->is_open() && !*solverLogFile) reportLogFailure();
 }
 
 void ConsoleSolverMsgHandler::closeSolverLog() {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <fstream>
@@ -23,6 +24,11 @@ const char* const CUT_ID = "[VelOutputs::cutRecordsAfter]";
 [[noreturn]] void failToContinue(const VelOutputFile& file, const std::string& reason) {
   throw TKL::Exception("Cannot continue output file '" + file.path.absolutePath().str() + "': " + reason,
                        CUT_ID);
+}
+
+/// What is not read must not be cut.
+[[noreturn]] void failToRead(const VelOutputFile& file) {
+  failToContinue(file, errno != 0 ? TKL::systemErrorText(errno) : "it cannot be read!");
 }
 
 /// Reads a line with its line feed; false at the end of the file and for a line without one.
@@ -144,6 +150,7 @@ std::uint64_t endOfBinaryRecords(std::istream& stream, std::uint64_t size, const
   BinaryInput input(stream);
   while (end + recordSize <= size) {
     const auto time = std::bit_cast<double>(input.number(8));
+    if (!input.good()) failToRead(file);
     if (!(time <= limit)) break;
     end += recordSize;
     input.skip(recordSize - 8);
@@ -159,9 +166,12 @@ std::uint64_t cutRecordsAfter(const VelOutputFile& file, const ContinuationPoint
   const std::uint64_t size = std::filesystem::file_size(path, error);
   if (error) failToContinue(file, error.message());
   if (size == 0) return 0;
+  errno = 0;
   std::ifstream stream(path, std::ios::binary);
+  if (!stream) failToRead(file);
   const std::uint64_t end = writesBinary(file) ? endOfBinaryRecords(stream, size, file, point)
                                                : endOfTextRecords(stream, file, point);
+  if (stream.bad()) failToRead(file);
   stream.close();
   if (end >= size) return 0;
   std::filesystem::resize_file(path, end, error);

@@ -1,5 +1,6 @@
 #include "project/VelProject.h"
 
+#include <cerrno>
 #include <fstream>
 #include <map>
 
@@ -26,11 +27,16 @@ void tell(const std::string& text, const TKL::Path& path, int verbosity) {
 /// A missing file reads like an empty one; what is missing shows when the calculation is set up.
 void readText(const TKL::Path& projectFile, ProjectText& text) {
   constexpr int VERBOSITY = 2;
+  errno = 0;
   std::ifstream file(projectFile.str(), std::ios::binary);
   if (!file.is_open() || projectFile.isDirectory())
     TKL::message("Cannot open project: '" + projectFile.str() + "'\n", TKL::MSG_WARNING, READ_ID, VERBOSITY);
   else
     text.read(file);
+  // Half a project must not be calculated.
+  if (file.bad())
+    throw TKL::Exception(
+        "Cannot read project file '" + projectFile.str() + "': " + TKL::systemErrorText(errno), READ_ID);
 }
 
 /// The warnings about single keywords show at a high verbosity only; this one shows always.

@@ -184,6 +184,12 @@ TEST_F(VelProjectTest, missingFile_isAWarningAndReadsLikeAnEmptyOne) {
                            READ_ID, 2));
 }
 
+TEST_F(VelProjectTest, fileThatTheDiskDoesNotGiveBack_isRefusedWithTheReason) {
+  // the memory of this process, which has nothing at its first address
+  EXPECT_EQ(readFile("/proc/self/mem"), 1);
+  EXPECT_TRUE(messages.contains("Cannot read project file '/proc/self/mem': Input/output error"));
+}
+
 TEST_F(VelProjectTest, directoryAsFile_isAWarning) {
   EXPECT_EQ(readFile(folder.path().string()), 0);
   EXPECT_TRUE(messages.contains("Cannot open project: '"));
