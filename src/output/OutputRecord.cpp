@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <charconv>
+#include <cstring>
 #include <ostream>
 #include <vector>
 
@@ -11,13 +11,14 @@
 #include "foundation/StringUtilities.h"
 #include "foundation/UnitList.h"
 #include "foundation/UnitVector.h"
+#include "output/NumberText.h"
 #include "output/OutputFiles.h"
 
 namespace VELMORA {
 
 namespace {
 
-constexpr int VALUE_WIDTH = 15;
+constexpr std::size_t VALUE_WIDTH = 15;
 constexpr int TIME_WIDTH = 12;
 constexpr int MAX_PRECISION = 100;
 
@@ -30,30 +31,55 @@ void convertFromBase(std::vector<double>& values, const TKL::Unit& unit) {
   values = std::move(converted.data);
 }
 
-void appendLittleEndian(std::string& bytes, double value) {
+void writeLittleEndian(char* out, double value) {
   const auto bits = std::bit_cast<std::uint64_t>(value);
-  for (int shift = 0; shift < 64; shift += 8) bytes.push_back(static_cast<char>(bits >> shift & 0xffu));
+  if constexpr (std::endian::native == std::endian::little)
+    std::memcpy(out, &bits, sizeof bits);
+  else
+    for (int i = 0; i < 8; ++i) out[i] = static_cast<char>(bits >> (8 * i) & 0xffu);
 }
 
 void writeBinaryRecord(double time, std::ostream& stream, const std::vector<double>& values) {
-  std::string bytes;
-  bytes.reserve((values.size() + 1) * sizeof(double));
-  appendLittleEndian(bytes, time);
-  for (const double value : values) appendLittleEndian(bytes, value);
+  std::vector<char> bytes((values.size() + 1) * sizeof(double));
+  char* out = bytes.data();
+  writeLittleEndian(out, time);
+  for (const double value : values) writeLittleEndian(out += sizeof(double), value);
   stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   stream.flush();
 }
 
+NumberFormat numberFormat(const std::ios_base& stream) {
+  const auto floatField = stream.flags() & std::ios_base::floatfield;
+  const auto form = floatField == std::ios_base::fixed        ? std::chars_format::fixed
+                    : floatField == std::ios_base::scientific ? std::chars_format::scientific
+                                                              : std::chars_format::general;
+  return {form, static_cast<int>(std::min<std::streamsize>(stream.precision(), MAX_PRECISION))};
+}
+
 /// A line of padded values for single values; the one value of a mean or an integral stands alone.
 void writeTextRecord(double time, std::ostream& stream, const std::vector<double>& values, bool single) {
+  constexpr char BLANKS[] = "                ";
+  static_assert(sizeof BLANKS == VALUE_WIDTH + 2);
+  constexpr std::size_t PIECE = 4096;
+  const NumberFormat format = numberFormat(stream);
   std::string line = TKL::pad_text(TKL::val2string(time), -TIME_WIDTH) + " \t";
+  line.reserve(line.size() + values.size() * (VALUE_WIDTH + 1) + 1);
+  std::array<char, PIECE + MAX_NUMBER_TEXT + VALUE_WIDTH + 1> piece;
+  char* out = piece.data();
   for (const double value : values) {
-    const std::size_t start = line.size();
-    line += formatNumber(value, stream);
-    if (!single) continue;
-    line.resize(std::max(line.size(), start + VALUE_WIDTH), ' ');
-    line += ' ';
+    char* const end = writeNumber(out, value, format);
+    const auto length = static_cast<std::size_t>(end - out);
+    out = end;
+    if (single) {
+      std::memcpy(out, BLANKS, VALUE_WIDTH + 1);
+      out += length < VALUE_WIDTH ? VALUE_WIDTH + 1 - length : 1;
+    }
+    if (out > piece.data() + PIECE) {
+      line.append(piece.data(), out);
+      out = piece.data();
+    }
   }
+  line.append(piece.data(), out);
   line += '\n';
   stream.write(line.data(), static_cast<std::streamsize>(line.size()));
   stream.flush();
@@ -139,14 +165,8 @@ double timeInUnit(double t, const VelOutputFormat& format) {
 }
 
 std::string formatNumber(double value, const std::ios_base& stream) {
-  const auto floatField = stream.flags() & std::ios_base::floatfield;
-  const auto format = floatField == std::ios_base::fixed        ? std::chars_format::fixed
-                      : floatField == std::ios_base::scientific ? std::chars_format::scientific
-                                                                : std::chars_format::general;
-  const int precision = static_cast<int>(std::min<std::streamsize>(stream.precision(), MAX_PRECISION));
-  std::array<char, 512> buffer{};
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, precision);
-  return std::string(buffer.data(), result.ptr);
+  std::array<char, MAX_NUMBER_TEXT> text;
+  return std::string(text.data(), writeNumber(text.data(), value, numberFormat(stream)));
 }
 
 }  // namespace VELMORA
