@@ -4,14 +4,12 @@
 
 #include "foundation/Path.h"
 #include "solver/FluxRecords.h"
-#include "solver/TwoGenerationFile.h"
+#include "solver/TimedRowsFile.h"
 
 namespace VELMORA_SOLVER {
 
 /// "restart.sums" beside the restart file: the flows that have been integrated over time up to its state, for
-/// the sides whose outputs are integrals. Without it such outputs would count anew from the restart. Both
-/// generations carry the time of their state, so that the sums that belong to a restart file are found even
-/// if the run was killed between the writing of the two files.
+/// the sides whose outputs are integrals. Without it such outputs would count anew from the restart.
 class FluxSumsFile {
  public:
   explicit FluxSumsFile(const TKL::Path& resultsDirectory);
@@ -28,7 +26,7 @@ class FluxSumsFile {
   void flush() { file_.flush(); }
 
  private:
-  TwoGenerationFile file_;
+  TimedRowsFile file_;
 };
 
 }  // namespace VELMORA_SOLVER

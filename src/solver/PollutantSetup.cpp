@@ -74,6 +74,7 @@ void VelmoraCvodeSolver::initPollutantModule(const VELMORA::VelProject& project)
   }
   if (!pollutants_->init(identifiers(init_.vocIds), names, mu, porosity, reason)) failLibrary(reason);
   addAutomaticAdsorption(data_);
+  pollutantMassFile_ = std::make_unique<PollutantMassFile>(resultsDirectory);
 }
 
 }  // namespace VELMORA_SOLVER

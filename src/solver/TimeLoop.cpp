@@ -355,6 +355,7 @@ void VelmoraCvodeSolver::writeRestartFile() {
     restart.frozen = freezeThaw_.frozen();
   }
   if (!integratedSides_.empty()) fluxSumsFile_->write(restart.t, integratedSides_, stepSums_);
+  if (pollutantMassFile_) pollutantMassFile_->write(restart.t, restart.mVOC1, restart.mVOC2);
   restartFile_->write(restart);
 }
 
@@ -383,6 +384,7 @@ void VelmoraCvodeSolver::closeFiles() {
 
 void VelmoraCvodeSolver::flushRestartFiles() {
   if (fluxSumsFile_) fluxSumsFile_->flush();
+  if (pollutantMassFile_) pollutantMassFile_->flush();
   if (restartFile_) restartFile_->flush();
 }
 

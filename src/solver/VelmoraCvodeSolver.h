@@ -23,6 +23,7 @@
 #include "solver/Integrator.h"
 #include "solver/MonitorFile.h"
 #include "solver/OutputArrays.h"
+#include "solver/PollutantMassFile.h"
 #include "solver/RestartFile.h"
 #include "solver/RightHandSide.h"
 #include "solver/ToleranceAdaption.h"
@@ -136,7 +137,8 @@ class VelmoraCvodeSolver : public OdeSystem {
   std::unique_ptr<VELMORA::OutputWriter> outputs_;
   std::unique_ptr<RestartFile> restartFile_;
   std::unique_ptr<FluxSumsFile> fluxSumsFile_;
-  std::vector<int> integratedSides_;  ///< whose flows go into the file of sums
+  std::unique_ptr<PollutantMassFile> pollutantMassFile_;  ///< null without a pollutant balance
+  std::vector<int> integratedSides_;                      ///< whose flows go into the file of sums
   OutputArrays outputArrays_;
   std::optional<NotFinite> notFinite_;  ///< found in the step that is being tried
   VELMORA::AirFlowLibrary airFlow_;     ///< empty without an air balance

@@ -42,6 +42,7 @@ void VelmoraCvodeSolver::clear() {
   outputs_.reset();
   restartFile_.reset();
   fluxSumsFile_.reset();
+  pollutantMassFile_.reset();
   integratedSides_.clear();
   notFinite_.reset();
   airFlow_.clear();
@@ -274,7 +275,8 @@ void VelmoraCvodeSolver::putState() {
 }
 
 void VelmoraCvodeSolver::setRestartFields() {
-  const RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
+  RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
+  if (pollutantMassFile_) pollutantMassFile_->read(restart.t, restart.mVOC1, restart.mVOC2);
   t = restart.t;
   tStart_ = t;
   rhs_->state.U = restart.U;
