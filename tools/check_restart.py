@@ -238,9 +238,11 @@ def kill_and_continue(project, count, seconds, chance):
         process.kill()
         process.communicate()
         backups += not os.path.exists(os.path.join(project.results, "restart.txt"))
-        # before the first output time there is nothing to continue; an ended run begins anew
-        fresh = process.returncode == 0 and chance.random() < 0.5
-        options = ["--restart"] if project.has_restart_file() and not fresh else []
+        # an ended run begins anew, without the restart file of its past; before its first output time there is
+        # nothing to continue
+        if process.returncode == 0 and chance.random() < 0.5:
+            shutil.rmtree(project.results)
+        options = ["--restart"] if project.has_restart_file() else []
     project.run(*options)
     return backups
 

@@ -71,22 +71,28 @@ void skipTextHeader(std::istream& stream, const VelOutputFile& file) {
   failToContinue(file, "its header is not complete!");
 }
 
-std::uint64_t endOfTextRecords(std::istream& stream, const VelOutputFile& file,
-                               const ContinuationPoint& point) {
+/// Where the records that stay end in the file, and how many they are.
+struct KeptRecords {
+  std::uint64_t end = 0;
+  std::size_t count = 0;
+};
+
+KeptRecords keptTextRecords(std::istream& stream, const VelOutputFile& file, const ContinuationPoint& point) {
   skipTextHeader(stream, file);
   const bool single = file.format->spaceType == VelOutputFormat::S_SINGLE;
   const std::size_t nEntries =
       file.format->type == VelOutputFormat::T_FIELD ? file.elements.size() : file.sides.size();
   const double limit = timeAsShown(file, point.t);
   std::size_t alike = 0;
-  auto end = static_cast<std::uint64_t>(stream.tellg());
+  KeptRecords kept{.end = static_cast<std::uint64_t>(stream.tellg()), .count = 0};
   TextRecord record;
-  for (std::string line; completeLine(stream, line); end += line.size() + 1) {
+  for (std::string line; completeLine(stream, line); kept.end += line.size() + 1) {
     if (line.empty()) continue;
     if (!readTextRecord(line, record) || record.nValues != (single ? nEntries : 1)) break;
     if (record.time > limit || (record.time == limit && ++alike > point.shownAlike)) break;
+    ++kept.count;
   }
-  return end;
+  return kept;
 }
 
 /// Reads the little-endian numbers of a binary file.
@@ -139,44 +145,45 @@ std::uint64_t skipBinaryHeader(std::istream& stream, const VelOutputFile& file) 
   return nNumbers;
 }
 
-std::uint64_t endOfBinaryRecords(std::istream& stream, std::uint64_t size, const VelOutputFile& file,
-                                 const ContinuationPoint& point) {
+KeptRecords keptBinaryRecords(std::istream& stream, std::uint64_t size, const VelOutputFile& file,
+                              const ContinuationPoint& point) {
   std::uint64_t nValues = file.format->type == VelOutputFormat::T_FIELD ? file.elements.size()  //
                                                                         : file.sides.size();
   if (stream.peek() == '#') nValues = skipBinaryHeader(stream, file);
   const std::uint64_t recordSize = 8 * (nValues + 1);
   const double limit = timeInUnit(point.t, *file.format);
-  auto end = static_cast<std::uint64_t>(stream.tellg());
+  KeptRecords kept{.end = static_cast<std::uint64_t>(stream.tellg()), .count = 0};
   BinaryInput input(stream);
-  while (end + recordSize <= size) {
+  while (kept.end + recordSize <= size) {
     const auto time = std::bit_cast<double>(input.number(8));
     if (!input.good()) failToRead(file);
     if (!(time <= limit)) break;
-    end += recordSize;
+    kept.end += recordSize;
+    ++kept.count;
     input.skip(recordSize - 8);
   }
-  return end;
+  return kept;
 }
 
 }  // namespace
 
-std::uint64_t cutRecordsAfter(const VelOutputFile& file, const ContinuationPoint& point) {
+ContinuedFile cutRecordsAfter(const VelOutputFile& file, const ContinuationPoint& point) {
   const std::string path = file.path.str();
   std::error_code error;
   const std::uint64_t size = std::filesystem::file_size(path, error);
   if (error) failToContinue(file, error.message());
-  if (size == 0) return 0;
+  if (size == 0) return {};
   errno = 0;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) failToRead(file);
-  const std::uint64_t end = writesBinary(file) ? endOfBinaryRecords(stream, size, file, point)
-                                               : endOfTextRecords(stream, file, point);
+  const KeptRecords kept = writesBinary(file) ? keptBinaryRecords(stream, size, file, point)
+                                              : keptTextRecords(stream, file, point);
   if (stream.bad()) failToRead(file);
   stream.close();
-  if (end >= size) return 0;
-  std::filesystem::resize_file(path, end, error);
+  if (kept.end >= size) return {.records = kept.count, .cut = 0};
+  std::filesystem::resize_file(path, kept.end, error);
   if (error) failToContinue(file, error.message());
-  return size - end;
+  return {.records = kept.count, .cut = size - kept.end};
 }
 
 double timeAsShown(const VelOutputFile& file, double t) {

@@ -14,11 +14,16 @@ struct ContinuationPoint {
   std::size_t shownAlike = 0;
 };
 
+/// What a continued file keeps and has lost.
+struct ContinuedFile {
+  std::size_t records = 0;  ///< that stay
+  std::uint64_t cut = 0;    ///< bytes that have been cut
+};
+
 /// Cuts from the end of an output file what belongs to the run that goes on: records later than the restart
 /// state, and a record that is not complete. So no output time stands twice, and none is missing.
-/// @returns the number of bytes that have been cut
 /// @throws TKL::Exception that names the path, for a header that is not complete and where the system refuses
-std::uint64_t cutRecordsAfter(const VelOutputFile& file, const ContinuationPoint& point);
+ContinuedFile cutRecordsAfter(const VelOutputFile& file, const ContinuationPoint& point);
 
 /// The time of a record as a text file shows it: in the unit of the format, with six digits.
 double timeAsShown(const VelOutputFile& file, double t);

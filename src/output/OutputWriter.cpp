@@ -52,6 +52,14 @@ bool isOffered(const Format& format, const OutputSource& source) {
   return !hasFluxSums(fluxOf(format)) || fluxSums(fluxOf(format), source).isAvailable();
 }
 
+/// Whether an output at a time [s] makes a record, and no more than a warning.
+bool hasRecordAt(double time, const Format& format) {
+  if (format.spaceType == Format::NUM_S || format.timeType == Format::NUM_M) return false;
+  if (format.type == Format::T_FIELD) return format.timeType == Format::M_NONE && !isSaltField(format);
+  if (format.timeType == Format::M_NONE) return time != 0.0;
+  return hasFluxSums(fluxOf(format)) && (format.timeType == Format::M_INTEGRAL || time != 0.0);
+}
+
 }  // namespace
 
 OutputWriter::OutputWriter(const OutputConstruction& construction,
@@ -96,28 +104,39 @@ std::vector<int> OutputWriter::integratedSides() const {
 }
 
 void OutputWriter::continueFrom(double duration, double t) {
-  const char* const FUNC_ID = "[OutputWriter::continueFrom]";
   constexpr double ALIKE = 1.2e-5;  // two times with the same six digits are nearer to each other
   std::vector<ContinuationPoint> points(outputStreams_.size(), {.t = t, .shownAlike = 0});
+  std::vector<std::size_t> expected(outputStreams_.size(), 0);
   schedule_.resume(duration, t, [&](double time) {
-    if (time < t * (1.0 - ALIKE)) return;
     for (std::size_t i = 0; i < points.size(); ++i) {
       const VelOutputFile& file = (*outputFiles_)[i];
-      if (outputStreams_[i] && schedule_.isDue(file.grid, time) &&
-          timeAsShown(file, time) == timeAsShown(file, t))
+      if (!outputStreams_[i] || !schedule_.isDue(file.grid, time)) continue;
+      if (hasRecordAt(time, *file.format)) ++expected[i];
+      if (time >= t * (1.0 - ALIKE) && timeAsShown(file, time) == timeAsShown(file, t))
         ++points[i].shownAlike;
     }
   });
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    if (!outputStreams_[i]) continue;
-    const VelOutputFile& file = (*outputFiles_)[i];
-    const std::uint64_t cut = cutRecordsAfter(file, points[i]);
-    if (cut == 0) continue;
+  for (std::size_t i = 0; i < points.size(); ++i)
+    if (outputStreams_[i]) continueFile((*outputFiles_)[i], points[i], expected[i]);
+}
+
+/// Fewer records than output times are there where the restart state belongs to another run, or when a run is
+/// extended that ended inside a long step.
+void OutputWriter::continueFile(const VelOutputFile& file, const ContinuationPoint& point,
+                                std::size_t expected) {
+  const char* const FUNC_ID = "[OutputWriter::continueFrom]";
+  const ContinuedFile kept = cutRecordsAfter(file, point);
+  if (kept.cut > 0)
     TKL::message(TKL::FormatString("Removed %1 bytes behind the restart time from output file '%2'.\n")
-                     .arg(static_cast<unsigned long>(cut))
+                     .arg(static_cast<unsigned long>(kept.cut))
                      .arg(file.path.absolutePath()),
                  TKL::MSG_STANDARD, FUNC_ID, 1);
-  }
+  if (kept.records < expected)
+    TKL::message(TKL::FormatString("Output file '%1' has %2 records up to the restart time instead of %3.\n")
+                     .arg(file.path.absolutePath())
+                     .arg(static_cast<unsigned long>(kept.records))
+                     .arg(static_cast<unsigned long>(expected)),
+                 TKL::MSG_WARNING, FUNC_ID, -1);
 }
 
 void OutputWriter::writeOutput(const OutputSource& source) {

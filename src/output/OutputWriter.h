@@ -5,6 +5,7 @@
 #include "output/DerivedQuantities.h"
 #include "output/FieldValues.h"
 #include "output/OutputConstruction.h"
+#include "output/OutputContinuation.h"
 #include "output/OutputFiles.h"
 #include "output/OutputSchedule.h"
 #include "output/OutputSource.h"
@@ -32,7 +33,7 @@ class OutputWriter {
   std::vector<int> integratedSides() const;
 
   /// Prepares a run of `duration` [s] that goes on at `t` [s]: passes the output times before, and cuts from
-  /// the files what the stopped run has written after that time.
+  /// the files what the stopped run has written after that time. Warns of files that lack records before it.
   /// @throws TKL::Exception for a file that cannot be continued
   void continueFrom(double duration, double t);
 
@@ -55,6 +56,7 @@ class OutputWriter {
     std::vector<double> values;  ///< time integrals at that time, in the order of the sides of the file
   };
 
+  static void continueFile(const VelOutputFile& file, const ContinuationPoint& point, std::size_t expected);
   void checkQuantities(const OutputSource& source);
   void writeFile(std::size_t index, const OutputSource& source);
   void writeField(const VelOutputFile& file, std::ostream& stream, const OutputSource& source);

@@ -173,6 +173,39 @@ TEST_F(OutputContinuation, cut_isToldWithItsSize) {
       TKL::MSG_STANDARD, "[OutputWriter::continueFrom]", 1));
 }
 
+TEST_F(OutputContinuation, missingRecords_areWarnedOf) {
+  // as behind a new run that was killed early, with the restart file of the run before
+  setGrid(0.0, 3600.0);
+  for (const bool binary : {false, true}) {
+    format.binary = binary;
+    files = {bench.field(format, {0, 1, 2})};
+    runUntil(2.0 * 3600.0);
+    capture.messages.clear();
+    continueUntil(6.5 * 3600.0, 7.0 * 3600.0);
+    EXPECT_TRUE(capture.has("Output file '" + bench.folder.file("result.out") +
+                                "' has 3 records up to the restart time instead of 7.\n",
+                            TKL::MSG_WARNING, "[OutputWriter::continueFrom]", -1))
+        << binary;
+  }
+}
+
+TEST_F(OutputContinuation, completeFiles_areContinuedWithoutAWarning) {
+  setGrid(0.0, 3600.0);
+  std::vector<double> flows(OutputBench::N_SIDES * NUM_HF, 1.0);
+  source.heatFlux = source.heatFluxSum = {flows, NUM_HF};
+  for (const auto time : {Format::M_NONE, Format::M_MEAN, Format::M_INTEGRAL}) {
+    const Format flux = OutputBench::heatFlux(Format::S_SINGLE, time);
+    files = {bench.flux(flux, {0, 6})};
+    runUntil(3.0 * 3600.0);
+    continueUntil(3.0 * 3600.0, 4.0 * 3600.0);
+  }
+  format.spaceType = Format::NUM_S;  // never has records
+  files = {bench.field(format, {0, 1})};
+  runUntil(3.0 * 3600.0);
+  continueUntil(3.0 * 3600.0, 4.0 * 3600.0);
+  EXPECT_FALSE(capture.contains("up to the restart time instead of"));
+}
+
 TEST_F(OutputContinuation, halfAHeader_isRefused) {
   setGrid(0.0, 3600.0);
   for (const bool binary : {false, true}) {
