@@ -95,7 +95,7 @@ std::string climates() {
          climate("Direct", "DIRRAD", "direct_radiation") + climate("Diffuse", "DIFRAD", "diffuse_radiation") +
          climate("Sky", "SKYEMISS", "sky_radiation") + constant("In T", "TEMPER", "20 C") +
          constant("In RH", "RELHUM", "50 %") + constant("Out p", "GASPRESS", "101325 Pa") +
-         constant("In p", "GASPRESS", "101328 Pa");
+         constant("In p", "GASPRESS", "101328 Pa") + constant("Clean", "VOCDENSG", "0 kg/m3");
 }
 
 /// A boundary condition and the surface where it acts.
@@ -128,9 +128,13 @@ const std::vector<Surface>& surfaces() {
       {"MOISTURE", "Inside vapour", "VAPDIFF", "EXCHANGE",
        "EXCOEFF = 2.5e-8 s/m\nTEMPER = In T\nRELHUM = In RH\n", false},
       {"AIR", "Outside air", "AIRPRESS", "EXCHANGE",
-       "EXCOEFF = 1 s/m\nTEMPER = Out T\nRELHUM = Out RH\nGASPRESS = Out p\n", true},
+       "EXCOEFF = 1 s/m\nTEMPER = Out T\nRELHUM = Out RH\nGASPRESS = Out p\nVOCDENSG = Clean\n", true},
       {"AIR", "Inside air", "AIRPRESS", "EXCHANGE",
-       "EXCOEFF = 1 s/m\nTEMPER = In T\nRELHUM = In RH\nGASPRESS = In p\n", false},
+       "EXCOEFF = 1 s/m\nTEMPER = In T\nRELHUM = In RH\nGASPRESS = In p\nVOCDENSG = Clean\n", false},
+      {"POLLUTANT", "Outside pollutant", "VOCDIFF", "EXCHANGE", "EXCOEFF = 0.01 m/s\nVOCDENSG = Clean\n",
+       true},
+      {"POLLUTANT", "Inside pollutant", "VOCDIFF", "EXCHANGE", "EXCOEFF = 0.001 m/s\nVOCDENSG = Clean\n",
+       false},
   };
   return ALL;
 }
@@ -182,7 +186,8 @@ std::string RateBody::text() const {
                   surface.name, surface.outside ? "LEFT" : "RIGHT");
   }
   return "[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = " + balances +
-         "\nDURATION = 365 d\n" + materials() + "[CONDITIONS]\n" + climates() + conditions +
+         "\nDURATION = 365 d\nVOC_DATABASE = $(VOC_DIR)/common.voc\nVOC_IDS = TVOC\n" + materials() +
+         "[CONDITIONS]\n" + climates() + conditions +
          "[INITIAL_CONDITIONS]\n[INIT_COND]\nNAME = Start T\nTYPE = TEMPER\nVALUE = 10 C\n"
          "[INIT_COND]\nNAME = Wet\nTYPE = RELHUM\nVALUE = 98 %\n[INIT_COND]\nNAME = Damp\nTYPE = RELHUM\n"
          "VALUE = 80 %\n[DISCRETISATION]\nGEOMETRY = PLANE2D\nX_STEPS = " +

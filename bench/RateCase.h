@@ -46,8 +46,16 @@ std::string database();
 void writeMaterials(const Folder& folder);
 
 /// All combinations of balance equations, as in a project file.
-constexpr const char* BALANCES[] = {
-    "ENERGY", "MOISTURE", "ENERGY MOISTURE", "ENERGY MOISTURE ICE", "ENERGY AIR", "ENERGY MOISTURE AIR"};
+constexpr const char* BALANCES[] = {"ENERGY",
+                                    "MOISTURE",
+                                    "ENERGY MOISTURE",
+                                    "ENERGY MOISTURE ICE",
+                                    "ENERGY AIR",
+                                    "ENERGY MOISTURE AIR",
+                                    "ENERGY POLLUTANT",
+                                    "ENERGY MOISTURE POLLUTANT",
+                                    "ENERGY AIR POLLUTANT",
+                                    "ENERGY MOISTURE AIR POLLUTANT"};
 
 /// A body of brick, wool and plaster, from the top to the bottom, whose left surface has rain, sun, sky and
 /// wind of the shipped climate and whose right surface is in a room. In more than one row a slab of concrete

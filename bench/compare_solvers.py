@@ -17,7 +17,7 @@ import tempfile
 from pathlib import Path
 
 from measure import largest_difference, run
-from projects import ROOT, Case
+from projects import ROOT, CapillaryWall, Case, ExampleCase
 
 DECEMBER = 334
 CASES = {
@@ -26,16 +26,20 @@ CASES = {
     "chain_energy": Case(100, 1, 365, "ENERGY"),
     "chain_ice": Case(100, 1, 30, "ENERGY MOISTURE ICE", DECEMBER),
     "chain_air": Case(100, 1, 90, "ENERGY MOISTURE AIR"),
-    "square20": Case(20, 20, 30),
-    "square40": Case(40, 40, 8),
-    "square80": Case(80, 80, 2),
-    "strip": Case(200, 10, 10),
-    "square20_moisture": Case(20, 20, 30, "MOISTURE"),
-    "square40_energy": Case(40, 40, 30, "ENERGY"),
-    "square20_ice": Case(20, 20, 5, "ENERGY MOISTURE ICE", DECEMBER),
-    "square20_air": Case(20, 20, 15, "ENERGY MOISTURE AIR"),
+    "square20": Case(20, 20, 8),
+    "square40": Case(40, 40, 1),
+    "square80": Case(80, 80, 0.1),
+    "strip": Case(200, 10, 2),
+    "square20_moisture": Case(20, 20, 8, "MOISTURE"),
+    "square40_energy": Case(40, 40, 8, "ENERGY"),
+    "square20_ice": Case(20, 20, 4, "ENERGY MOISTURE ICE", DECEMBER),
+    "square20_air": Case(20, 20, 4, "ENERGY MOISTURE AIR"),
+    "capillary_wall": CapillaryWall(),
+    "outer_wall": ExampleCase("outer_wall/outer_wall.vel", ("temperature_profile", "heat_flux_inside")),
+    "floor_covering": ExampleCase("floor_covering/floor_covering.vel", ("density_profile", "surface_temperature")),
+    "west_wall": ExampleCase("west_wall/west_wall.vel", ("temperature_profile", "water_content")),
 }
-GROWTH_DAYS = 2
+GROWTH_DAYS = 0.5
 GROWTH = {f"square{n}": Case(n, n, GROWTH_DAYS) for n in (20, 40, 80)}
 BEFORE = "before"
 
@@ -112,17 +116,19 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
     parser.add_argument("--solver", default=str(ROOT / "build/release/bin/solver"))
     parser.add_argument("--before", help="program of another version, run with its plain method")
-    parser.add_argument("--methods", nargs="+", default=["BAND", "AUTO"], help="the first one is the base of all ratios")
+    parser.add_argument("--methods", nargs="+",
+                        help="the first one is the base of all ratios; default: BAND AUTO, AUTO alone with --growth")
     parser.add_argument("--repeat", type=int, default=1)
     parser.add_argument("--markdown", action="store_true", help="print a table for docs/performance.md")
     parser.add_argument("--growth", action="store_true")
     parser.add_argument("cases", nargs="*", metavar="case", help=", ".join(CASES))
     arguments = parser.parse_args()
+    chosen = arguments.methods or (["AUTO"] if arguments.growth else ["BAND", "AUTO"])
     unknown = [name for name in arguments.cases if name not in CASES]
     if unknown:
         parser.error(f"no such case: {' '.join(unknown)}")
     solvers = {BEFORE: arguments.before} if arguments.before else {}
-    solvers |= {method: arguments.solver for method in arguments.methods}
+    solvers |= {method: arguments.solver for method in chosen}
     methods = list(solvers)
     cases = GROWTH if arguments.growth else {name: CASES[name] for name in arguments.cases or CASES}
     comparisons = []

@@ -9,6 +9,7 @@ smallest of all repetitions. With --instructions valgrind counts those of user c
 """
 
 import argparse
+import re
 import subprocess
 import sys
 import tempfile
@@ -36,7 +37,7 @@ class OutputCase(Case):
         return [(name, name, unit) for name, unit in FIELDS] if self.form != "none" else []
 
     def outputs(self):
-        text = super().outputs().replace("INTERVAL = 0 d 1 d", "INTERVAL = 0 d 1 h")
+        text = re.sub(r"(?m)^INTERVAL = .*$", "INTERVAL = 0 d 1 h", super().outputs())
         binary = "BINARY = YES" if self.form == "binary" else "BINARY = NO"
         return text.replace("PRECISION = 9", f"PRECISION = 6\n{binary}")
 

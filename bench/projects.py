@@ -123,7 +123,7 @@ class Case:
         return fields
 
     def outputs(self):
-        text = "[OUTPUTS]\n[GRIDS]\n[OUTPUT_GRID]\nNAME = Grid\nINTERVAL = 0 d 1 d\n[FORMATS]\n"
+        text = f"[OUTPUTS]\n[GRIDS]\n[OUTPUT_GRID]\nNAME = Grid\nINTERVAL = 0 d {min(1, self.days)} d\n[FORMATS]\n"
         for name, field, unit in self.fields():
             text += (f"[OUTPUT_FORMAT]\nNAME = {name}\nTYPE = FIELD\nFIELD_TYPE = {field}\nSPACE_TYPE = SINGLE\n"
                      f"TIME_TYPE = NONE\nTIME_UNIT = d\nVALUE_UNIT = {unit}\nPRECISION = 9\n")
@@ -158,6 +158,55 @@ class Case:
         project = folder / "case.vel"
         project.write_text(self.text(linear_solver) + directories())
         return project
+
+
+class ExampleCase:
+    """One of the examples as it is, or cut to `days`. Outputs are compared by name."""
+
+    ny = 1
+
+    def __init__(self, path, fields, days=None):
+        self.source = ROOT / "examples" / path
+        self.names = fields
+        self.days = days
+
+    def fields(self):
+        return [(name, None, None) for name in self.names]
+
+    def grid(self, text):
+        """Changes the grid of the text; the base class leaves it."""
+        return text
+
+    def write(self, folder, linear_solver):
+        text = self.grid(self.source.read_text())
+        if self.days is not None:
+            text = re.sub(r"(?m)^DURATION = .*$", f"DURATION = {self.days} d", text)
+        self.nx = len(re.search(r"(?m)^X_STEPS = (.*) mm", text).group(1).split())
+        self.days = self.days or int(re.search(r"(?m)^DURATION = (\d+) d", text).group(1))
+        settings = "[CVODE_SOLVER_SETTINGS]\n"
+        text = text.replace(settings, f"{settings}LINEAR_SOLVER = {linear_solver}\nUSE_MONITORS_FILE = YES\n")
+        project = folder / "case.vel"
+        project.write_text(text + "\n" + directories())
+        return project
+
+
+class CapillaryWall(ExampleCase):
+    """Brick, mortar and capillary active insulation in constant climate over 60 days, 150 cells."""
+
+    LAYERS = ((365.0, 70), (15.0, 30), (40.0, 50))  # [mm], cells
+    OLD = (128, 178, 250)  # cells up to the end of each layer in the example
+
+    def __init__(self):
+        super().__init__("benchmarks/hamstad_insulation/hamstad_insulation.vel",
+                         ("temperature", "water_content", "humidity"))
+
+    def grid(self, text):
+        steps = " ".join(f"{width:.6g}" for total, count in self.LAYERS for width in graded(total, count))
+        text = re.sub(r"(?m)^X_STEPS = .*$", f"X_STEPS = {steps} mm", text)
+        ends = [sum(count for _, count in self.LAYERS[:i + 1]) for i in range(3)]
+        columns = {0: 0} | {old - 1: new - 1 for old, new in zip(self.OLD, ends)} | dict(zip(self.OLD, ends))
+        return re.sub(r"(?m)^RANGE = (\d+) 0 (\d+) 0$",
+                      lambda m: f"RANGE = {columns[int(m[1])]} 0 {columns[int(m[2])]} 0", text)
 
 
 def airy(file):

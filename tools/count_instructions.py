@@ -31,6 +31,7 @@ CASES = {
     "wall_energy_moisture": (100, 1, "ENERGY MOISTURE"),
     "wall_energy_moisture_ice": (100, 1, "ENERGY MOISTURE ICE"),
     "wall_energy_moisture_air": (100, 1, "ENERGY MOISTURE AIR"),
+    "wall_energy_pollutant": (100, 1, "ENERGY POLLUTANT"),
     "square_energy": (20, 20, "ENERGY"),
     "square_energy_moisture": (20, 20, "ENERGY MOISTURE"),
 }
