@@ -3,7 +3,7 @@
 #include <chrono>
 #include <iostream>
 
-#include "PollutantSupport.h"
+#include "pollutant/PollutantSupport.h"
 #include "support/StreamCapture.h"
 
 namespace POLLUTANT_LIB {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "PollutantSupport.h"
+#include "pollutant/PollutantSupport.h"
 #include "support/AllocationCounter.h"
 
 namespace POLLUTANT_LIB {

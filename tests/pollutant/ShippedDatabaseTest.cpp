@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <set>
+#include <sstream>
 
 #include "material/Material.h"
 #include "pollutant/PollutantLibrary.h"
+#include "pollutant/PollutantSupport.h"
 #include "support/MessageCapture.h"
 
 namespace POLLUTANT_LIB {
@@ -147,6 +150,21 @@ TEST_F(ShippedDatabase, measuredPairs_giveTheMeasuredDiffusion) {
     EXPECT_NEAR(library.logKVOC(0, 0, T, 0.0) * library.Rv(0) * T / (each.D * each.K), 1.0, 0.03)
         << each.voc << " " << each.material;
   }
+}
+
+TEST(DocumentedDatabase, isRead) {
+  std::ostringstream content;
+  content << std::ifstream(VELMORA_SOURCE_DIR "/docs/formats.md").rdbuf();
+  const std::string document = content.str();
+  const std::string fence = "```\n";
+  const std::size_t section = document.find("\n## Database of pollutants\n");
+  ASSERT_NE(section, std::string::npos);
+  const std::size_t begin = document.find(fence, section) + fence.size();
+  PollutantLibrary library;
+  EXPECT_EQ(readText(library, document.substr(begin, document.find(fence, begin) - begin)), "");
+  std::string errmsg;
+  EXPECT_TRUE(library.init({"toluene"}, {"Gypsum board"}, {10.0}, {0.61}, errmsg)) << errmsg;
+  EXPECT_EQ(library.partC(0, 0), 30.0);
 }
 
 }  // namespace POLLUTANT_LIB
