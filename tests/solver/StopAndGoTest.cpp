@@ -146,6 +146,32 @@ TEST_F(StopAndGo, missingSums_areWarnedOf) {
                   TKL::MSG_WARNING, "[VelmoraCvodeSolver::resumeOutputs]", -1));
 }
 
+TEST_F(StopAndGo, sumsThatDoNotBelongToTheRestartFile_areNeverTaken) {
+  // a power cut can keep a file of one time and lose that of another, or half of it
+  text.general = "DURATION = 1 h\n";
+  ASSERT_TRUE(run(false));
+  const std::string state = text.result("restart.txt"), sums = text.result("restart.sums");
+  const std::string older = text.result("restart.sums.backup");
+  ASSERT_NE(sums, older);
+  text.general = "DURATION = 2 h\n";
+  for (const std::string& left :
+       {older, sums.substr(0, sums.size() / 2), std::string(), std::string(200, '\0')}) {
+    text.folder.write(text.resultFile("restart.txt"), state);
+    text.folder.write(text.resultFile("restart.sums"), left);
+    text.folder.write(text.resultFile("restart.sums.backup"), left);
+    capture.messages.clear();
+    ASSERT_TRUE(run(true));
+    EXPECT_TRUE(capture.contains("time integrals begin anew")) << left;
+  }
+  // where only one of the two fits the state, it is taken
+  text.folder.write(text.resultFile("restart.txt"), state);
+  text.folder.write(text.resultFile("restart.sums"), older);
+  text.folder.write(text.resultFile("restart.sums.backup"), sums);
+  capture.messages.clear();
+  ASSERT_TRUE(run(true));
+  EXPECT_FALSE(capture.contains("time integrals begin anew"));
+}
+
 TEST_F(StopAndGo, integralAndMeans_followTheMomentaryFlux) {
   addFlux("Now", "NONE", "W/m2", "0 d 30 s");
   addFlux("Mean", "MEAN", "W/m2", "0 d 10 min");
