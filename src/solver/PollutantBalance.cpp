@@ -20,12 +20,12 @@ PollutantBalance::PollutantBalance(const VELMORA::CalculationData& data,
   places_.reserve(data.elements.size());
   const double saturation = library.rhoSat(BALANCED_VOC, PARTITION_REFERENCE_T);
   for (const VELMORA::Element& element : data.elements) {
+    Place& place = places_.emplace_back();
+    if (element.material == nullptr) continue;  // refused when it gets its start values
     const auto material = std::find(data.materials.begin(), data.materials.end(), element.material);
-    Place place;
     place.material = static_cast<std::uint32_t>(material - data.materials.begin());
     place.porosity = element.material->thetaPor();
     place.saturatedCapacity = library.partC(BALANCED_VOC, place.material) * saturation;
-    places_.push_back(place);
   }
 }
 

@@ -40,7 +40,7 @@ struct LinearRates {
 }  // namespace
 
 TEST(BlockJacobian, linearRates_haveTheirMatrix) {
-  for (const std::size_t n : {1U, 2U, 3U}) {
+  for (const std::size_t n : {1U, 2U, 3U, 4U}) {
     LinearRates rates(gridPattern(5, 4, n));
     ASSERT_EQ(rates.evaluate(), 0);
     const JacobianPattern& P = rates.pattern;

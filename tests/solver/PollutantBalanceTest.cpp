@@ -93,6 +93,11 @@ TEST_F(PollutantBalanceTest, wildMoistState_asksForAShorterStep) {
   EXPECT_EQ(Decomposition(moist, traits, s, balance.get()).decompose(0, 0.0), 1);
 }
 
+TEST_F(PollutantBalanceTest, elementWithoutMaterial_isLeftToTheStartValues) {
+  data.elements[1].material = nullptr;
+  EXPECT_NO_THROW(PollutantBalance(data, library));
+}
+
 TEST_F(PollutantBalanceTest, doesNotAllocate) {
   if (!COUNTS_ALLOCATIONS) GTEST_SKIP();
   decompose(1e-4, 1e-3);

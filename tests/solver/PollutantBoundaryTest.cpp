@@ -15,7 +15,7 @@ using VELMORA::VelClimateCond;
 constexpr double FILM = 0.003;              // [m/s]
 constexpr double PORE_DENSITY = 4e-4;       // [kg/m3]
 constexpr double AMBIENT_DENSITY = 1e-4;    // [kg/m3]
-constexpr double DRAUGHT = 2e-4;            // [kg/s]
+constexpr double VOC_DRAUGHT = 2e-4;        // [kg/s]
 constexpr double WIND_PRESSURE = 101500.0;  // [Pa]
 constexpr double CELL_PRESSURE = 101200.0;  // [Pa]
 
@@ -86,6 +86,15 @@ TEST_F(PollutantBoundaryTest, exchange_writesNoOtherFlow) {
   EXPECT_EQ(heat(VELMORA::HF_SUM), 0.0);
 }
 
+TEST_F(PollutantBoundaryTest, exchange_endsWithItsCondition) {
+  condition.endTime.set("END_TIME", 1000.0, "s");
+  calculate(LEFT, 1000.0);
+  EXPECT_NE(voc(LEFT, VELMORA::VF_SUM), 0.0);
+  calculate(LEFT, 1001.0);
+  EXPECT_EQ(voc(LEFT, VELMORA::VF_DIFFUSION), 0.0);
+  EXPECT_EQ(voc(LEFT, VELMORA::VF_SUM), 0.0);
+}
+
 TEST_F(PollutantBoundaryTest, otherKinds_areRefused) {
   condition.kind = VelBoundaryCond::K_SURFVAL;
   try {
@@ -125,9 +134,9 @@ TEST_F(PollutantBoundaryTest, conditionsOfWater_areIgnoredWithoutMoisture) {
 TEST_F(PollutantBoundaryTest, enteringAir_bringsTheShareOfTheClimate) {
   for (const int more : {0, int(BE_MOISTURE)}) {
     use(BE_ENERGY | BE_AIR | BE_POLLUTANT | more);
-    blow(DRAUGHT, LEFT);
+    blow(VOC_DRAUGHT, LEFT);
     expectSame(voc(LEFT, VELMORA::VF_CONVECTION),
-               AMBIENT_DENSITY / (WIND_PRESSURE / (CLIMATE_T * 287.1)) * DRAUGHT);
+               AMBIENT_DENSITY / (WIND_PRESSURE / (CLIMATE_T * 287.1)) * VOC_DRAUGHT);
     EXPECT_EQ(voc(LEFT, VELMORA::VF_SUM), voc(LEFT, VELMORA::VF_CONVECTION));
     EXPECT_EQ(moisture(VELMORA::MF_VAPOUR_CONVECTION) != 0.0, more != 0);
   }
@@ -136,17 +145,17 @@ TEST_F(PollutantBoundaryTest, enteringAir_bringsTheShareOfTheClimate) {
 TEST_F(PollutantBoundaryTest, leavingAir_takesTheShareOfTheElement) {
   use(BE_ENERGY | BE_AIR | BE_POLLUTANT);
   const double share = PORE_DENSITY / (CELL_PRESSURE / (SURFACE_T * 287.1));
-  blow(-DRAUGHT, LEFT);
-  expectSame(voc(LEFT, VELMORA::VF_CONVECTION), -share * DRAUGHT);
-  blow(DRAUGHT, RIGHT);  // the flow has its sign already
-  expectSame(voc(RIGHT, VELMORA::VF_CONVECTION), share * DRAUGHT);
+  blow(-VOC_DRAUGHT, LEFT);
+  expectSame(voc(LEFT, VELMORA::VF_CONVECTION), -share * VOC_DRAUGHT);
+  blow(VOC_DRAUGHT, RIGHT);  // the flow has its sign already
+  expectSame(voc(RIGHT, VELMORA::VF_CONVECTION), share * VOC_DRAUGHT);
 }
 
 TEST_F(PollutantBoundaryTest, leavingAir_needsNoClimateOfThePollutant) {
   use(BE_ENERGY | BE_AIR | BE_POLLUTANT);
   detach(VelClimateCond::C_VOCDENSG);
-  EXPECT_EQ(TKL::thrownBy([&] { blow(-DRAUGHT); }).text, "nothing thrown");
-  EXPECT_EQ(TKL::thrownBy([&] { blow(DRAUGHT); }),
+  EXPECT_EQ(TKL::thrownBy([&] { blow(-VOC_DRAUGHT); }).text, "nothing thrown");
+  EXPECT_EQ(TKL::thrownBy([&] { blow(VOC_DRAUGHT); }),
             (TKL::Thrown{"Error in boundary condition 'Weather' with type 'AIRPRESS'.\nClimate condition of "
                          "type 'VOCDENSG' needs to be specified!",
                          "[VelmoraCvodeSolver::boundaryFluxAirInfiltration]"}));
@@ -155,7 +164,7 @@ TEST_F(PollutantBoundaryTest, leavingAir_needsNoClimateOfThePollutant) {
 TEST_F(PollutantBoundaryTest, airTightSurface_letsNoPollutantPassWithAir) {
   use(BE_ENERGY | BE_AIR | BE_POLLUTANT);
   useMaterial(plaster);
-  blow(DRAUGHT);
+  blow(VOC_DRAUGHT);
   EXPECT_EQ(voc(LEFT, VELMORA::VF_CONVECTION), 0.0);
 }
 

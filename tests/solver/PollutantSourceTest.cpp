@@ -177,6 +177,17 @@ TEST_F(PollutantSourceTest, sources_endWithTheirCondition) {
   EXPECT_EQ(gas(UPPER_LEFT, VELMORA::VS1_SUM), 0.0);
 }
 
+TEST_F(PollutantSourceTest, changesOfTheSolid_endWithTheirCondition) {
+  Field& decay = act(Field::C_VOCCHEMISORPTION, {UPPER_LEFT});
+  decay.endTime.set("END_TIME", 1000.0, "s");
+  set(Field::P_CHEMISORPTION_CONST, -1e-6);
+  react(1000.0);
+  EXPECT_LT(solid(UPPER_LEFT, VELMORA::VS2_SUM), 0.0);
+  react(1001.0);
+  EXPECT_EQ(solid(UPPER_LEFT, VELMORA::VS2_CHEMISORPTION), 0.0);
+  EXPECT_EQ(solid(UPPER_LEFT, VELMORA::VS2_SUM), 0.0);
+}
+
 TEST_F(PollutantSourceTest, missingClimate_isNamedWithTheTagOfTheCombination) {
   act(Field::C_VOCSOURCE, {UPPER_LEFT});
   EXPECT_EQ(failureOf(), missing("VOCSOURCE", "VOCSOURCE", HP_TAG));
