@@ -2,6 +2,7 @@
 
 #include <nvector/nvector_serial.h>
 
+#include <algorithm>
 #include <new>
 #include <string>
 #include <utility>
@@ -15,7 +16,8 @@ namespace VELMORA_SOLVER {
 
 namespace {
 
-constexpr double EXACT_SHARE = 0.01;  // of the relative tolerance
+constexpr double EXACT_SHARE = 0.01;   // of the relative tolerance
+constexpr double EXACT_LIMIT = 1e-11;  // beyond it the digits of the numbers get in the way
 constexpr int EXACT_STEPS = 60;  // until order and step size have grown to those of a run that is under way
 
 /// Settings are constants or checked before; a refusal is an error of this program, reported as such.
@@ -73,8 +75,9 @@ int Integrator::setTolerances(double relativeTolerance) {
   exactSteps_ = 0;
   return CVodeWFtolerances(cvode_, [](N_Vector y, N_Vector weights, void* data) {
     const auto& self = *static_cast<Integrator*>(data);
-    const double share = self.exactSteps_ > 0 ? EXACT_SHARE : 1.0;
-    return VELMORA_SOLVER::errorWeights(share * self.relativeTolerance_, y, self.absTol_, weights) ? 0 : -1;
+    double tolerance = self.relativeTolerance_;
+    if (self.exactSteps_ > 0) tolerance = std::min(tolerance, std::max(EXACT_SHARE * tolerance, EXACT_LIMIT));
+    return VELMORA_SOLVER::errorWeights(tolerance, y, self.absTol_, weights) ? 0 : -1;
   });
 }
 
@@ -118,7 +121,12 @@ int Integrator::reinitialise(double t, double relativeTolerance) {
 }
 
 int Integrator::step(double tOut, double& t) {
-  const int flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
+  int flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
+  if (flag < 0 && exactSteps_ > 0 && !pending_) {  // what is beyond reach is not asked for
+    exactSteps_ = 0;
+    flag = CVodeReInit(cvode_, t, y_);
+    if (flag == CV_SUCCESS) flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
+  }
   if (pending_) std::rethrow_exception(std::exchange(pending_, nullptr));
   if (flag >= 0 && exactSteps_ > 0) --exactSteps_;
   return flag;
@@ -182,6 +190,7 @@ void Integrator::errorHandler(int code, const char* /*module*/, const char* /*fu
   const char* const FUNC_ID = "[CVODE]";
   // After an exception the integrator only reports that the system gave up; the exception says why.
   if (static_cast<Integrator*>(data)->pending_) return;
+  if (static_cast<Integrator*>(data)->exactSteps_ > 0) return;  // tried again with the whole tolerance
   try {
     if (code < 0) TKL::message(text, TKL::MSG_ERROR, FUNC_ID, -1);
     if (code > 0) TKL::message(std::string(text) + "\n", TKL::MSG_WARNING, FUNC_ID, -1);

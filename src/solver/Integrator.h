@@ -76,6 +76,7 @@ class Integrator {
   /// Lets the next steps keep to a small share of the relative tolerance, after `initialise`. It is for a
   /// start inside a calculation: the steps of low order that a start takes use the whole tolerance, and those
   /// of many starts would add up to more than the errors of an uninterrupted run.
+  /// Where such a step fails, the run goes on with the whole tolerance.
   void startExactly();
   /// Starts afresh at (t, state) with a new relative tolerance.
   int reinitialise(double t, double relativeTolerance);

@@ -77,6 +77,31 @@ TEST_F(IntegratorTest, exactStart_hasAFractionOfTheErrorOfAnotherStart) {
   EXPECT_LT(errorOfTheStart(true), 0.1 * errorOfTheStart(false));
 }
 
+TEST_F(IntegratorTest, exactStart_isGivenUpWhereItsStepsAreTooShort) {
+  // an error of h^2/2 in each step: 5e-9, by the tolerance of 1e-8 and by a hundredth of it
+  settings.initialStep = settings.minStep = 1e-4;
+  FunctionSystem system(decay);
+  begin(system, 2.0);
+  integrator.startExactly();
+  double t = 0.0;
+  for (int step = 0; step < 10; ++step) ASSERT_GE(integrator.step(10.0, t), 0);
+  EXPECT_GE(t, 1e-3);
+  EXPECT_TRUE(capture.messages.empty());
+}
+
+TEST_F(IntegratorTest, exceptionInAnExactStep_comesBackAtOnce) {
+  int evaluations = 0;
+  FunctionSystem system([&](double, const double*, double*) -> int {
+    ++evaluations;
+    throw TKL::Exception("cause", "[deep]");
+  });
+  begin(system, 1.0);
+  integrator.startExactly();
+  double t = 0.0;
+  EXPECT_EQ(TKL::thrownBy([&] { integrator.step(1.0, t); }), (TKL::Thrown{"cause", "[deep]"}));
+  EXPECT_EQ(evaluations, 1);
+}
+
 TEST_F(IntegratorTest, exactStart_endsInTheStepsOfEveryRun) {
   settings.initialStep = 1e-4;
   FunctionSystem system(decay);
