@@ -115,7 +115,7 @@ class Case:
 
     def fields(self):
         """Name, keyword and unit of each output."""
-        fields = [("T", "TEMPER", "C")]
+        fields = [("T", "TEMPER", "C")] if self.has("ENERGY") else []
         if self.has("MOISTURE"):
             fields.append(("W", "MOISTURE", "kg/m3"))
         if self.has("ICE"):

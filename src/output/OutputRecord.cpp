@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "foundation/Exception.h"
+#include "foundation/NumberText.h"
 #include "foundation/StringUtilities.h"
 #include "foundation/UnitList.h"
 #include "foundation/UnitVector.h"
-#include "output/NumberText.h"
 #include "output/OutputFiles.h"
 
 namespace VELMORA {
@@ -48,7 +48,7 @@ void writeBinaryRecord(double time, std::ostream& stream, const std::vector<doub
   stream.flush();
 }
 
-NumberFormat numberFormat(const std::ios_base& stream) {
+TKL::NumberFormat numberFormat(const std::ios_base& stream) {
   const auto floatField = stream.flags() & std::ios_base::floatfield;
   const auto form = floatField == std::ios_base::fixed        ? std::chars_format::fixed
                     : floatField == std::ios_base::scientific ? std::chars_format::scientific
@@ -61,13 +61,13 @@ void writeTextRecord(double time, std::ostream& stream, const std::vector<double
   constexpr char BLANKS[] = "                ";
   static_assert(sizeof BLANKS == VALUE_WIDTH + 2);
   constexpr std::size_t PIECE = 4096;
-  const NumberFormat format = numberFormat(stream);
+  const TKL::NumberFormat format = numberFormat(stream);
   std::string line = TKL::pad_text(TKL::val2string(time), -TIME_WIDTH) + " \t";
   line.reserve(line.size() + values.size() * (VALUE_WIDTH + 1) + 1);
-  std::array<char, PIECE + MAX_NUMBER_TEXT + VALUE_WIDTH + 1> piece;
+  std::array<char, PIECE + TKL::MAX_NUMBER_TEXT + VALUE_WIDTH + 1> piece;
   char* out = piece.data();
   for (const double value : values) {
-    char* const end = writeNumber(out, value, format);
+    char* const end = TKL::writeNumber(out, value, format);
     const auto length = static_cast<std::size_t>(end - out);
     out = end;
     if (single) {
@@ -165,8 +165,8 @@ double timeInUnit(double t, const VelOutputFormat& format) {
 }
 
 std::string formatNumber(double value, const std::ios_base& stream) {
-  std::array<char, MAX_NUMBER_TEXT> text;
-  return std::string(text.data(), writeNumber(text.data(), value, numberFormat(stream)));
+  std::array<char, TKL::MAX_NUMBER_TEXT> text;
+  return std::string(text.data(), TKL::writeNumber(text.data(), value, numberFormat(stream)));
 }
 
 }  // namespace VELMORA

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "foundation/Exception.h"
+#include "foundation/NumberText.h"
 
 namespace VELMORA_SOLVER {
 
@@ -16,9 +17,8 @@ constexpr int ENERGY_DECIMALS = 2;
 constexpr int MASS_DECIMALS = 8;
 
 void appendFixed(std::string& text, double value, int decimals) {
-  char buffer[400];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-  text.append(buffer, end.ptr);
+  char buffer[TKL::MAX_NUMBER_TEXT];
+  text.append(buffer, TKL::writeNumber(buffer, value, {std::chars_format::fixed, decimals}));
 }
 
 void appendLine(std::string& text, const std::vector<double>& values, int decimals) {

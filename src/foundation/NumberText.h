@@ -3,9 +3,9 @@
 #include <charconv>
 #include <cstddef>
 
-namespace VELMORA {
+namespace TKL {
 
-/// How numbers of an output file look.
+/// How the text of a number looks.
 struct NumberFormat {
   std::chars_format form = std::chars_format::general;
   int precision = 6;  ///< 0 to 100: digits in all with the general form, else digits behind the point
@@ -20,4 +20,4 @@ constexpr std::size_t MAX_NUMBER_TEXT = 512;
 /// @return the end of the text
 char* writeNumber(char* out, double value, const NumberFormat& format);
 
-}  // namespace VELMORA
+}  // namespace TKL

@@ -1,4 +1,4 @@
-#include "output/NumberText.h"
+#include "foundation/NumberText.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <optional>
 
-namespace VELMORA {
+namespace TKL {
 
 namespace {
 
@@ -56,27 +56,38 @@ std::uint64_t scaled(std::uint64_t mantissa, int shift, int powerOfTen) {
   return whole + (above || (middle && whole % 2 == 1) ? 1 : 0);
 }
 
-/// The leading digits of a positive number in a range where all of the arithmetic is exact.
-std::optional<Decimal> leadingDigits(double value, int precision) {
+/// A number of which the short ways can take the digits: mantissa 2^(-shift), where all of the arithmetic is
+/// exact.
+struct Binary {
+  std::uint64_t mantissa;
+  int shift;
+};
+
+std::optional<Binary> parts(double value) {
   constexpr double SMALLEST = 1e-10;
   constexpr double LARGEST = 4503599627370496.0;  // 2^52: above, numbers have no fraction
   if (!(value >= SMALLEST && value < LARGEST)) return std::nullopt;
-  const auto bits = std::bit_cast<std::uint64_t>(value);
   constexpr int BIAS = 1023;
-  const int binary = static_cast<int>(bits >> MANTISSA_BITS) - BIAS;
-  const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << MANTISSA_BITS) - 1)) | std::uint64_t{1}
-                                                                                          << MANTISSA_BITS;
-  constexpr int LOG_2 = 78913, SHIFT = 18;   // log10(2) 2^18
-  int exponent = (binary * LOG_2) >> SHIFT;  // or one more
+  constexpr std::uint64_t LEADING = std::uint64_t{1} << MANTISSA_BITS;
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  return Binary{(bits & (LEADING - 1)) | LEADING,
+                MANTISSA_BITS + BIAS - static_cast<int>(bits >> MANTISSA_BITS)};
+}
+
+/// The leading digits of a positive number.
+std::optional<Decimal> leadingDigits(double value, int precision) {
+  const std::optional<Binary> binary = parts(value);
+  if (!binary) return std::nullopt;
+  constexpr int LOG_2 = 78913, SHIFT = 18;                            // log10(2) 2^18
+  int exponent = ((MANTISSA_BITS - binary->shift) * LOG_2) >> SHIFT;  // or one more
   if (exponent < 0 ? value * static_cast<double>(power(-exponent - 1)) >= 1.0
                    : value >= static_cast<double>(power(exponent + 1)))
     ++exponent;
   if (precision - exponent > MAX_POWER) return std::nullopt;
-  const int shift = MANTISSA_BITS - binary;
-  std::uint64_t digits = scaled(mantissa, shift, precision - 1 - exponent);
+  std::uint64_t digits = scaled(binary->mantissa, binary->shift, precision - 1 - exponent);
   if (digits < power(precision - 1)) {  // just below a power, which the comparison has rounded away
     --exponent;
-    digits = scaled(mantissa, shift, precision - 1 - exponent);
+    digits = scaled(binary->mantissa, binary->shift, precision - 1 - exponent);
   }
   if (digits >= power(precision)) {  // rounded up to the next power
     digits /= 10;
@@ -150,13 +161,37 @@ char* writeGeneral(char* out, double value, int precision) {
   return decimal ? writeDecimal(out, *decimal, digits) : nullptr;
 }
 
+/// @return null for a number that the short way does not take
+char* writeFixed(char* out, double value, int decimals) {
+  constexpr int MAX_DECIMALS = 15;
+  constexpr double LARGEST_WHOLE = 1e18;
+  if (decimals < 1 || decimals > MAX_DECIMALS) return nullptr;
+  const double size = std::fabs(value);
+  const std::uint64_t unit = power(decimals);
+  if (!(size * static_cast<double>(unit) < LARGEST_WHOLE)) return nullptr;
+  std::uint64_t digits = 0;
+  if (size != 0.0) {
+    const std::optional<Binary> binary = parts(size);
+    if (!binary) return nullptr;
+    digits = scaled(binary->mantissa, binary->shift, decimals);
+  }
+  if (std::signbit(value)) *out++ = '-';
+  out = std::to_chars(out, out + MAX_NUMBER_TEXT, digits / unit).ptr;
+  *out++ = '.';
+  writeDigits(out, digits % unit, decimals);
+  return out + decimals;
+}
+
 }  // namespace
 
 char* writeNumber(char* out, double value, const NumberFormat& format) {
-  if (format.form == std::chars_format::general) {
-    if (char* const end = writeGeneral(out, value, format.precision)) return end;
-  }
+  char* end = nullptr;
+  if (format.form == std::chars_format::general)
+    end = writeGeneral(out, value, format.precision);
+  else if (format.form == std::chars_format::fixed)
+    end = writeFixed(out, value, format.precision);
+  if (end != nullptr) return end;
   return std::to_chars(out, out + MAX_NUMBER_TEXT, value, format.form, format.precision).ptr;
 }
 
-}  // namespace VELMORA
+}  // namespace TKL
