@@ -276,7 +276,9 @@ void VelmoraCvodeSolver::putState() {
 
 void VelmoraCvodeSolver::setRestartFields() {
   RestartState restart = restartFile_->read(data_.elements.size(), equations_.has(BE_POLLUTANT));
-  if (pollutantMassFile_) pollutantMassFile_->read(restart.t, restart.mVOC1, restart.mVOC2);
+  if (pollutantMassFile_ && !pollutantMassFile_->read(restart.t, restart.mVOC1, restart.mVOC2))
+    TKL::message("The pollutant begins with the masses of the restart file, rounded to 1e-8 kg/m3.\n",
+                 TKL::MSG_WARNING, INIT_ID, -1);
   t = restart.t;
   tStart_ = t;
   rhs_->state.U = restart.U;

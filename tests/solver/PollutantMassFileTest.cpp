@@ -86,6 +86,9 @@ TEST_F(PollutantMassFileTest, missingOrDamagedFile_isNotTaken) {
 
 using ThinPollutant = PollutedBlock;
 
+constexpr char ROUNDED[] =
+    "The pollutant begins with the masses of the restart file, rounded to 1e-8 kg/m3.\n";
+
 TEST_F(ThinPollutant, continuedRun_losesNothing) {
   start("VOCMASS", "2e-8 kg/m3", "0 0 0 0");
   text.settings = "ABS_TOL_POLLUTANT = 1e-19\nREL_TOL = 1e-7\n";
@@ -105,6 +108,19 @@ TEST_F(ThinPollutant, continuedRun_losesNothing) {
   EXPECT_NEAR(solver.state().mVOC1[0] / gas[0], 1.0, 1e-3);  // the restart state lies behind the last output
   solver.runStep(72000.0, false);
   EXPECT_NEAR(total() / 2e-8, 1.0, 1e-10);
+  EXPECT_FALSE(capture.contains(ROUNDED));
+}
+
+TEST_F(ThinPollutant, runThatIsContinuedWithoutTheFile_isToldOf) {
+  start("VOCMASS", "2e-8 kg/m3", "0 0 0 0");
+  text.settings = "ABS_TOL_POLLUTANT = 1e-19\n";
+  ASSERT_TRUE(run());
+  for (const char* name : {"restart.pollutant", "restart.pollutant.backup"})
+    std::filesystem::remove(text.folder.file(text.resultFile(name)));
+  restart = true;
+  ASSERT_TRUE(init());
+  EXPECT_TRUE(capture.has(ROUNDED, TKL::MSG_WARNING, "[VelmoraCvodeSolver::init]", -1));
+  EXPECT_EQ(solver.state().mVOC1[0], 0.0);
 }
 
 }  // namespace VELMORA_SOLVER
