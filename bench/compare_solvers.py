@@ -39,7 +39,7 @@ CASES = {
     "floor_covering": ExampleCase("floor_covering/floor_covering.vel", ("density_profile", "surface_temperature")),
     "west_wall": ExampleCase("west_wall/west_wall.vel", ("temperature_profile", "water_content")),
 }
-GROWTH_DAYS = 0.5
+GROWTH_DAYS = 1
 GROWTH = {f"square{n}": Case(n, n, GROWTH_DAYS) for n in (20, 40, 80)}
 BEFORE = "before"
 
@@ -110,6 +110,8 @@ def print_growth(comparisons, methods):
         points = [(c.case.cells, c.costs[method].seconds) for c in comparisons]
         print(f"{method}: {GROWTH_DAYS} days take " + ", ".join(f"{s:.3f} s with {n} cells" for n, s in points)
               + f"; growth exponent {exponent(points[0], points[-1]):.2f}")
+        per_step = [(c.case.cells, c.costs[method].seconds / c.costs[method].steps) for c in comparisons]
+        print(f"{method}: exponent of the time per step {exponent(per_step[0], per_step[-1]):.2f}")
 
 
 def main():
