@@ -37,13 +37,14 @@ void BoundaryFluxes::airInfiltration(const Term& term) {
     if (entering) Tu = clim(bc, VelClimateCond::C_TEMPER, INFILTRATION_ID);
     heat[VELMORA::HF_AIR] = Tu * TKL::C_A * m;
   }
+  if (settings_.equations.has(BE_MOISTURE)) {
+    const double pV = entering ? enteringVapour(bc) : state_.pV[term.element];
+    const double pressure = entering ? outside : state_.pAir[term.element];
+    const double vapour = pV / TKL::R_V * TKL::R_A / pressure * m;
+    records_.moistureFlux[term.side][VELMORA::MF_VAPOUR_CONVECTION] = vapour;
+    if (energy) heat[VELMORA::HF_INFILTRATION_SHORTWAVE] = TKL::h_v(Tu) * vapour;
+  }
   if (settings_.equations.has(BE_POLLUTANT)) pollutantInfiltration(term, m, entering, INFILTRATION_ID);
-  if (!settings_.equations.has(BE_MOISTURE)) return;
-  const double pV = entering ? enteringVapour(bc) : state_.pV[term.element];
-  const double pressure = entering ? outside : state_.pAir[term.element];
-  const double vapour = pV / TKL::R_V * TKL::R_A / pressure * m;
-  records_.moistureFlux[term.side][VELMORA::MF_VAPOUR_CONVECTION] = vapour;
-  if (energy) heat[VELMORA::HF_INFILTRATION_SHORTWAVE] = TKL::h_v(Tu) * vapour;
 }
 
 }  // namespace VELMORA_SOLVER

@@ -49,11 +49,12 @@ void Sources::calculate(double t) {
   for (const Term& term : terms_) {
     if (!term.window.contains(t)) continue;
     if (energy) heatSource(term);
+    if (moisture) {
+      const MoistureSource source = moistureSource(term);
+      records_.moistureSource[term.number][VELMORA::MS_MOISTURE] += source.mass;
+      if (energy) records_.heatSource[term.number][VELMORA::HS_MOISTURE_ENTHALPY] += source.energy;
+    }
     if (pollutant) pollutantSource(term);
-    if (!moisture) continue;
-    const MoistureSource source = moistureSource(term);
-    records_.moistureSource[term.number][VELMORA::MS_MOISTURE] += source.mass;
-    if (energy) records_.heatSource[term.number][VELMORA::HS_MOISTURE_ENTHALPY] += source.energy;
   }
   // An exchange across a gap writes to two elements, so the sums come last.
   for (std::size_t e = 0; e < data_.elements.size(); ++e) {

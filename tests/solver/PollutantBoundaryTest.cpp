@@ -161,6 +161,15 @@ TEST_F(PollutantBoundaryTest, leavingAir_needsNoClimateOfThePollutant) {
                          "[VelmoraCvodeSolver::boundaryFluxAirInfiltration]"}));
 }
 
+TEST_F(PollutantBoundaryTest, enteringAir_isAskedForItsVapourFirst) {
+  use(BE_ENERGY | BE_MOISTURE | BE_AIR | BE_POLLUTANT);
+  blow(VOC_DRAUGHT);
+  detach(VelClimateCond::C_VOCDENSG);
+  EXPECT_NE(TKL::thrownBy([&] { calculate(LEFT); }).text.find("'VOCDENSG'"), std::string::npos);
+  detach(VelClimateCond::C_RELHUM);
+  EXPECT_NE(TKL::thrownBy([&] { calculate(LEFT); }).text.find("'VAPPRESS'"), std::string::npos);
+}
+
 TEST_F(PollutantBoundaryTest, airTightSurface_letsNoPollutantPassWithAir) {
   use(BE_ENERGY | BE_AIR | BE_POLLUTANT);
   useMaterial(plaster);

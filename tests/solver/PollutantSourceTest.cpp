@@ -158,6 +158,30 @@ TEST_F(PollutantSourceTest, secondConditionOfAKind_replacesTheFirst) {
   EXPECT_EQ(gas(UPPER_LEFT, VELMORA::VS1_SUM), 5e-9);
 }
 
+TEST_F(PollutantSourceTest, secondExchangeOrReaction_replacesTheFirstToo) {
+  act(Field::C_VOCADSORPTION, {UPPER_RIGHT});
+  act(Field::C_VOCADSORPTION, {UPPER_RIGHT}, 1);
+  set(Field::P_GAS2SOLID_TRANSFER_COEFF, 0.02, 0);
+  set(Field::P_GAS2SOLID_TRANSFER_COEFF, 0.05, 1);
+  react();
+  expectClose(gas(UPPER_RIGHT, VELMORA::VS1_ADSORPTION), -uptake(UPPER_RIGHT, 0.05));
+  expectClose(solid(UPPER_RIGHT, VELMORA::VS2_ADSORPTION), uptake(UPPER_RIGHT, 0.05));
+  act(Field::C_VOCCHEMISORPTION, {UPPER_RIGHT});
+  act(Field::C_VOCCHEMISORPTION, {UPPER_RIGHT}, 1);
+  set(Field::P_CHEMISORPTION_CONST, -1e-6, 0);
+  set(Field::P_CHEMISORPTION_CONST, -3e-6, 1);
+  react();
+  expectClose(solid(UPPER_RIGHT, VELMORA::VS2_SUM), -3e-6 * BOUND_MASS);
+  for (const std::size_t n : {0U, 1U}) {
+    act(Field::C_AIRCHANGE, {UPPER_RIGHT}, n);
+    attach(Climate::C_TEMPER, 290.0, n);
+    attach(Climate::C_AIRCHANGERATE, 1e-3, n);
+    attach(Climate::C_VOCDENSG, n == 0 ? 1e-4 : 2e-4, n);
+  }
+  react();
+  expectClose(gas(UPPER_RIGHT, VELMORA::VS1_SUM), (2e-4 - GAS_DENSITY) * 1e-3);
+}
+
 TEST_F(PollutantSourceTest, conditionsOfTwoKinds_addUp) {
   act(Field::C_VOCSOURCE, {UPPER_LEFT});
   act(Field::C_VOCADSORPTION, {UPPER_LEFT}, 1);
@@ -200,6 +224,16 @@ TEST_F(PollutantSourceTest, airChange_needsTheDensityOfTheClimate) {
   attach(Climate::C_TEMPER, 290.0);
   attach(Climate::C_AIRCHANGERATE, 1e-3);
   EXPECT_EQ(failureOf(), missing("AIRCHANGE", "VOCDENSG", HP_TAG));
+}
+
+TEST_F(PollutantSourceTest, withMoisture_climateOfTheMoistureIsAskedForFirst) {
+  withMoisture();
+  act(Field::C_AIRCHANGE, {UPPER_LEFT});
+  attach(Climate::C_TEMPER, 290.0);
+  attach(Climate::C_AIRCHANGERATE, 1e-3);
+  EXPECT_EQ(failureOf(), missing("AIRCHANGE", "RELHUM", "[VelmoraCvodeSolver::calculateSourcesM]"));
+  attach(Climate::C_RELHUM, 0.5);
+  EXPECT_EQ(failureOf(), missing("AIRCHANGE", "VOCDENSG", HMP_TAG));
 }
 
 TEST_F(PollutantSourceTest, withMoisture_heatAndMoistureSourcesActAsWell) {
