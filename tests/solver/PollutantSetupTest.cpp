@@ -85,18 +85,23 @@ TEST_F(PollutantSetupTest, materialWithoutResistance_isNamed) {
   problem.materialText(problem.all(), "Board",
                        "RHO = 1000 kg/m3\nCE = 1000 J/kgK\nLAMBDA = 1 W/mK\nTHETA_POR = 0.4 m3/m3\n");
   EXPECT_EQ(errors(), (Reasons{"MEW <= 0 for material Board!", CLOSING_LINE}));
+  EXPECT_TRUE(capture.has("MEW <= 0 for material Board!", TKL::MSG_ERROR, SETUP_TAG, 1));
 }
 
 TEST_F(PollutantSetupTest, materialWithoutPorosity_isNamed) {
   problem.materialText(problem.all(), "Board",
                        "RHO = 1000 kg/m3\nCE = 1000 J/kgK\nLAMBDA = 1 W/mK\nMEW = 10 -\n");
   EXPECT_EQ(errors(), (Reasons{"OPOR <= 0 for material Board!", CLOSING_LINE}));
+  EXPECT_TRUE(capture.has("OPOR <= 0 for material Board!", TKL::MSG_ERROR, SETUP_TAG, 1));
 }
 
 TEST_F(PollutantSetupTest, unknownCompound_failsInTheLibrary) {
   lists("Smoke");
   EXPECT_EQ(errors(), (Reasons{"[PollutantLibrary::init]  VOCData 'Smoke' not in database!", LIBRARY_FAILS,
                                CLOSING_LINE}));
+  EXPECT_TRUE(capture.has("[PollutantLibrary::init]  VOCData 'Smoke' not in database!", TKL::MSG_ERROR,
+                          SETUP_TAG, -1));
+  EXPECT_TRUE(capture.has(LIBRARY_FAILS, TKL::MSG_ERROR, SETUP_TAG, 1));
 }
 
 TEST_F(PollutantSetupTest, emptyList_failsInTheLibrary) {
