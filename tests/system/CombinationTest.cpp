@@ -219,7 +219,8 @@ struct PanelEnd {
   ProcessResult process;
   std::vector<double> celsius;
   bool hasWater = false;
-  double water = 0.0;      ///< [kg]
+  double water = 0.0;  ///< [kg]
+  bool hasPollutant = false;
   double pollutant = 0.0;  ///< [kg] in gas and solid
 };
 
@@ -244,7 +245,8 @@ class Combination : public ::testing::Test {
     if (has("ENERGY")) end.celsius = last("energy.out");
     end.hasWater = has("MOISTURE");
     if (end.hasWater) end.water = last("water.out")[0];
-    if (has("POLLUTANT")) end.pollutant = last("gas.out")[0] + last("solid.out")[0];
+    end.hasPollutant = has("POLLUTANT");
+    if (end.hasPollutant) end.pollutant = last("gas.out")[0] + last("solid.out")[0];
     return end;
   }
 
@@ -268,8 +270,10 @@ TEST_F(Combination, thePanelRunsWithAllTenOfThem) {
     if (end.hasWater) {
       EXPECT_GT(end.water, 0.0);
     }
-    EXPECT_GE(end.pollutant, 0.0);
-    EXPECT_LT(end.pollutant, EMITTED_START * WOOD_VOLUME);
+    if (end.hasPollutant) {  // the wood emits for months
+      EXPECT_GT(end.pollutant, 0.05 * EMITTED_START * WOOD_VOLUME);
+      EXPECT_LT(end.pollutant, 0.9 * EMITTED_START * WOOD_VOLUME);
+    }
   }
 }
 
