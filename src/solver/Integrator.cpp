@@ -121,7 +121,9 @@ int Integrator::reinitialise(double t, double relativeTolerance) {
 }
 
 int Integrator::step(double tOut, double& t) {
+  triedAgain_ = exactSteps_ > 0;
   int flag = CVode(cvode_, tOut, y_, &t, CV_ONE_STEP);
+  triedAgain_ = false;
   if (flag < 0 && exactSteps_ > 0 && !pending_) {  // what is beyond reach is not asked for
     exactSteps_ = 0;
     flag = CVodeReInit(cvode_, t, y_);
@@ -190,7 +192,7 @@ void Integrator::errorHandler(int code, const char* /*module*/, const char* /*fu
   const char* const FUNC_ID = "[CVODE]";
   // After an exception the integrator only reports that the system gave up; the exception says why.
   if (static_cast<Integrator*>(data)->pending_) return;
-  if (static_cast<Integrator*>(data)->exactSteps_ > 0) return;  // tried again with the whole tolerance
+  if (code < 0 && static_cast<Integrator*>(data)->triedAgain_) return;
   try {
     if (code < 0) TKL::message(text, TKL::MSG_ERROR, FUNC_ID, -1);
     if (code > 0) TKL::message(std::string(text) + "\n", TKL::MSG_WARNING, FUNC_ID, -1);

@@ -120,7 +120,8 @@ class Integrator {
   void* cvode_ = nullptr;
   OdeSystem* system_ = nullptr;
   double relativeTolerance_ = 0.0;
-  int exactSteps_ = 0;  ///< that are still to come
+  int exactSteps_ = 0;       ///< that are still to come
+  bool triedAgain_ = false;  ///< where the step under way fails, with the whole tolerance
   std::exception_ptr pending_;
 };
 

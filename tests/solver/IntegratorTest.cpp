@@ -89,6 +89,18 @@ TEST_F(IntegratorTest, exactStart_isGivenUpWhereItsStepsAreTooShort) {
   EXPECT_TRUE(capture.messages.empty());
 }
 
+TEST_F(IntegratorTest, exactStart_isSilentOnlyOfWhatIsTriedAgain) {
+  FunctionSystem system(constantRate);
+  begin(system, 1.0, 1e20);  // a step of 0.01 s vanishes in the rounding of the time
+  integrator.startExactly();
+  double t = 1e20;
+  ASSERT_GE(integrator.step(2e20, t), 0);
+  ASSERT_FALSE(capture.messages.empty());
+  EXPECT_EQ(capture.messages.back().type, TKL::MSG_WARNING);
+  EXPECT_EQ(integrator.interpolate(0.0), CV_BAD_T);
+  EXPECT_EQ(capture.messages.back().type, TKL::MSG_ERROR);
+}
+
 TEST_F(IntegratorTest, exceptionInAnExactStep_comesBackAtOnce) {
   int evaluations = 0;
   FunctionSystem system([&](double, const double*, double*) -> int {
