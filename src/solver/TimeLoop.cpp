@@ -144,7 +144,7 @@ void VelmoraCvodeSolver::abortBehindStep(int flag, double h) {
   if (outputsInside)
     serveOutputTimes(false);
   else
-    writeRestartFile();
+    writeRestartFile(nextOutputTime_);
   throw TKL::Exception("Aborting solver...", "[VelmoraCvodeSolver::writeFeedbackFromF]");
 }
 
@@ -159,13 +159,14 @@ void VelmoraCvodeSolver::finishStep(double h) {
 /// step, so it waits for the last of them: a run that goes on from it writes only what lies behind.
 void VelmoraCvodeSolver::serveOutputTimes(bool withFeedback) {
   while (t >= nextOutputTime_) {
-    const double time = nextOutputTime_;
-    const bool atEnd = time >= tEnd_;
+    const bool atEnd = nextOutputTime_ >= tEnd_;
     writeDueOutputs();
-    if (!atEnd) nextOutputTime_ = outputs_->schedule().advance(time, tEnd_);
-    if (atEnd || t < nextOutputTime_) writeRestartFile();
-    if (withFeedback) writeFeedback(time, "");
+    // failures of what follows are told with the output time that it belongs to
+    const double next = atEnd ? nextOutputTime_ : outputs_->schedule().advance(nextOutputTime_, tEnd_);
+    if (atEnd || t < next) writeRestartFile(next);
+    if (withFeedback) writeFeedback(nextOutputTime_, "");
     if (atEnd) break;
+    nextOutputTime_ = next;
   }
 }
 
@@ -332,10 +333,10 @@ void VelmoraCvodeSolver::writeOutput(double time) {
   outputs_->writeOutput(source);
 }
 
-void VelmoraCvodeSolver::writeRestartFile() {
+void VelmoraCvodeSolver::writeRestartFile(double nextOutputTime) {
   // What is not integrated keeps its constant values.
   RestartState restart;
-  restart.t = restartTime();
+  restart.t = restartTime(nextOutputTime);
   restart.U = rhs_->state.U;
   restart.mw = rhs_->state.mw;
   restart.mVOC1 = rhs_->state.mVOC1;
@@ -361,9 +362,9 @@ void VelmoraCvodeSolver::writeRestartFile() {
 
 /// Time of the restart state. The file keeps milliseconds: a time that rounding would carry over the next
 /// output time is rounded down, or that output would be missing after the restart.
-double VelmoraCvodeSolver::restartTime() const {
+double VelmoraCvodeSolver::restartTime(double nextOutputTime) const {
   constexpr double PER_SECOND = 1000.0;
-  const bool carriedOver = t < nextOutputTime_ && std::round(t * PER_SECOND) / PER_SECOND >= nextOutputTime_;
+  const bool carriedOver = t < nextOutputTime && std::round(t * PER_SECOND) / PER_SECOND >= nextOutputTime;
   return carriedOver ? std::floor(t * PER_SECOND) / PER_SECOND : t;
 }
 

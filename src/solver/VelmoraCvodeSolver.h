@@ -121,8 +121,8 @@ class VelmoraCvodeSolver : public OdeSystem {
   void reportLargestErrors();
   void writeOutput(double time);
   void writeFeedback(double time, const std::string& suffix);
-  void writeRestartFile();
-  double restartTime() const;
+  void writeRestartFile(double nextOutputTime);
+  double restartTime(double nextOutputTime) const;
 
   VELMORA::CalculationData data_;
   VELMORA::VelInit init_;

@@ -1,9 +1,10 @@
-// Failures of the integrator that are provoked on purpose: what is told, in which order, and that nothing hangs.
+// Failures of the integrator that are provoked on purpose: what is told, in which order, and that nothing
 // hangs.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -59,6 +60,13 @@ class TimeLoopFailure : public ::testing::Test {
             {"Solver aborted!", "[VelmoraCvodeSolver::run]  "}};
   }
 
+  /// An output that warns at each of its times, from the inside of the outputs.
+  void addNoisyOutput() {
+    text.formats += SolverProject::fieldFormat("Noisy", "MEAN");
+    text.files += SolverProject::outputFile("N.out", "Grid", "Noisy");
+    text.assignments += SolverProject::assign("FIELDOUTPUT", "0 0 1 0", "N.out", "ELEMENT");
+  }
+
   /// Surfaces that jump to 100 degree C over a film, and steps that cannot follow.
   void shock() {
     text.climate = SolverProject::constantClimate("Hot", "TEMPER", "100 C");
@@ -79,12 +87,43 @@ const TKL::Thrown STOPPED{"Simulation stopped!", "[VelmoraCvodeSolver::run]  "};
 }  // namespace
 
 TEST_F(TimeLoopFailure, realTime_countsFromTheFirstOutputsOn) {
+  addNoisyOutput();
   text.read(project);
   ASSERT_TRUE(solver.init(project));
-  while (solver.stopwatch.difference() < 100.0) {
-  }
+  int outputs = 0;
+  capture.hook = [&](const TKL::MessageCapture::Message& message) {
+    if (!message.text.starts_with("Time averaged")) return;
+    ++outputs;
+    while (solver.stopwatch.difference() < 200.0) {
+    }
+  };
   solver.initStep();
-  EXPECT_LT(solver.stopwatch.difference(), 100.0);
+  EXPECT_EQ(outputs, 1);
+  EXPECT_LT(solver.stopwatch.difference(), 200.0);
+}
+
+TEST_F(TimeLoopFailure, abortAmongOutputs_endsTheRunBeforeItsFeedback) {
+  addNoisyOutput();
+  capture.hook = [&](const TKL::MessageCapture::Message& message) {
+    solver.abortRequested = message.text.starts_with("Time averaged") && solver.t > 0.0;
+  };
+  EXPECT_EQ(run(), STOPPED);
+  EXPECT_EQ(errors(), chain("Aborting solver...", "600"));
+  EXPECT_EQ(startingWith("Simtime"), 0);
+  EXPECT_GE(std::stod(text.result("restart.txt")), 600.0);
+}
+
+TEST_F(TimeLoopFailure, restartFileThatCannotBeWritten_isToldWithItsOutputTime) {
+  addNoisyOutput();
+  const std::string unfinished = text.resultFile("restart.txt.new");
+  capture.hook = [&](const TKL::MessageCapture::Message& message) {
+    if (message.text.starts_with("Time averaged"))
+      std::filesystem::create_directories(text.folder.file(unfinished));
+  };
+  EXPECT_EQ(run(), STOPPED);
+  EXPECT_EQ(
+      errors(),
+      chain("Cannot create restart file '" + text.folder.file(unfinished) + "': Is a directory", "600"));
 }
 
 TEST_F(TimeLoopFailure, thousandFailuresAtOneTime_endTheRun) {

@@ -248,6 +248,24 @@ TEST_F(TimeLoopTest, restart_continuesWithoutAStartOutput) {
   EXPECT_NEAR(text.records("T.out").back()[1], 27.2, 1e-3);
 }
 
+TEST_F(TimeLoopTest, restart_beginsWithExactStepsAndANewStartInsideARunDoesNot) {
+  shock("100 W/m2K", "1e-6 s");  // temperatures that bend
+  init();
+  solver.run();
+  text.general = "DURATION = 2 h\n";
+  VELMORA::VelProject longer;
+  text.read(longer);
+  longer.m_solverFlags.restart = true;
+  VelmoraCvodeSolver second;
+  ASSERT_TRUE(second.init(longer));
+  second.initStep();
+  const double stop = second.t + 300.0;
+  second.runStep(stop, false);
+  const long exact = second.statistics().steps;
+  second.runStep(stop, true);
+  EXPECT_GT(exact, 3 * second.statistics().steps / 2);
+}
+
 TEST_F(TimeLoopTest, restartBehindTheEnd_writesNothing) {
   init();
   solver.run();
