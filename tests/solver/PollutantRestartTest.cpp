@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "solver/MoistBench.h"
 #include "solver/PollutedBlock.h"
 #include "solver/RestartFile.h"
 #include "support/TempFolder.h"
@@ -95,6 +96,29 @@ TEST_F(PollutantRestartRun, allFiveLines_areTakenOver) {
   EXPECT_EQ(solver.state().mVOC1, (Densities{1e-4, 2e-4}));
   EXPECT_EQ(solver.state().mVOC2, (Densities{3e-3, 4e-3}));
   EXPECT_DOUBLE_EQ(solver.state().rhoVOC[1], 2e-4 / VOC_POROSITY);
+}
+
+TEST_F(PollutantRestartRun, withMoisture_eachLineIsTheQuantityItWas) {
+  const std::string lines = moistText();
+  text.material = lines.substr(lines.find("[STORAGE_BASE"));
+  text.balances = "BALANCE_EQUATIONS = ENERGY MOISTURE POLLUTANT\n";
+  const double U = (MOIST_RHO_C + 4180.0 * 40.0) * 290.0;
+  restartFrom("600.000\n" + number(U) + " " + number(U) +
+              " \n40.00000000 50.00000000 \n0.10000000 0.20000000 \n0.30000000 0.40000000 \n");
+  ASSERT_TRUE(init());
+  solver.initStep();
+  const SolverState& s = solver.state();
+  EXPECT_NEAR(s.T[0], 290.0, 1e-9);
+  EXPECT_EQ(s.mw, (Densities{40.0, 50.0}));
+  EXPECT_EQ(s.mVOC1, (Densities{0.1, 0.2}));
+  EXPECT_EQ(s.mVOC2, (Densities{0.3, 0.4}));
+  solver.run();
+  const RestartState last = RestartFile(solver.resultsDirectory).read(2, true);
+  EXPECT_GE(last.t, 3600.0);
+  EXPECT_NEAR(last.U[0] + last.U[1], 2.0 * U, 1e-6 * U);
+  EXPECT_NEAR(last.mw[0] + last.mw[1], 90.0, 1e-7);
+  EXPECT_NEAR(last.mVOC1[0] + last.mVOC1[1] + last.mVOC2[0] + last.mVOC2[1], 1.0, 4e-8);
+  EXPECT_LT(last.mVOC1[1], 0.1);  // the solid has taken its share
 }
 
 TEST_F(PollutantRestartRun, fileOfARunWithoutPollutant_isRefused) {
