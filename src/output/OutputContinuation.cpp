@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/Exception.h"
 #include "foundation/StringUtilities.h"
@@ -29,6 +30,31 @@ const char* const CUT_ID = "[VelOutputs::cutRecordsAfter]";
 /// What is not read must not be cut.
 [[noreturn]] void failToRead(const VelOutputFile& file) {
   failToContinue(file, errno != 0 ? TKL::systemErrorText(errno) : "it cannot be read!");
+}
+
+/// A file of other columns must be left as it is, for its records would all count as damaged.
+[[noreturn]] void failForOtherEntries(const VelOutputFile& file) {
+  failToContinue(file, "it was written for other elements or sides!");
+}
+
+/// Numbers of the elements or sides of a record, in their order.
+std::vector<std::uint32_t> numbersOfEntries(const VelOutputFile& file) {
+  std::vector<std::uint32_t> numbers;
+  if (file.format->type == VelOutputFormat::T_FIELD)
+    for (const Element* element : file.elements)
+      numbers.push_back(static_cast<std::uint32_t>(element->number));
+  else
+    for (const Side* side : file.sides) numbers.push_back(static_cast<std::uint32_t>(side->number));
+  return numbers;
+}
+
+/// The last line but one of the header of a text file.
+std::string lineOfNumbers(const VelOutputFile& file) {
+  std::string line = file.format->type == VelOutputFormat::T_FIELD ? "ELEMENTS = " : "SIDES = ";
+  const std::vector<std::uint32_t> numbers = numbersOfEntries(file);
+  if (file.format->spaceType != VelOutputFormat::S_SINGLE || numbers.size() < 2) return line + '0';
+  for (const std::uint32_t number : numbers) line += std::to_string(number) + ' ';
+  return line;
 }
 
 /// Reads a line with its line feed; false at the end of the file and for a line without one.
@@ -64,9 +90,11 @@ void skipTextHeader(std::istream& stream, const VelOutputFile& file) {
   if (stream.peek() != '#') return;
   while (completeLine(stream, line)) {
     if (!line.starts_with("ELEMENTS = ") && !line.starts_with("SIDES = ")) continue;
+    const bool fits = line == lineOfNumbers(file);
     // an empty line follows, and a second one where there is no geometry
-    if (completeLine(stream, line) && line.empty()) return;
-    break;
+    if (!completeLine(stream, line) || !line.empty()) break;
+    if (!fits) failForOtherEntries(file);
+    return;
   }
   failToContinue(file, "its header is not complete!");
 }
@@ -136,12 +164,15 @@ std::uint64_t skipBinaryHeader(std::istream& stream, const VelOutputFile& file) 
   input.skipString();           // time unit
   input.skip(input.number(4));  // geometry
   const std::uint64_t nNumbers = input.number(4);
-  input.skip(4 * nNumbers);
+  const std::vector<std::uint32_t> expected = numbersOfEntries(file);
+  bool fits = nNumbers == expected.size();
+  for (std::uint64_t i = 0; i < nNumbers && input.good(); ++i) {
+    const std::uint64_t number = input.number(4);
+    fits = fits && number == expected[i];
+  }
   if (input.string() != std::string("HDR_END") + '\0' || !input.good())
     failToContinue(file, "its header is not complete!");
-  const std::size_t nEntries =
-      file.format->type == VelOutputFormat::T_FIELD ? file.elements.size() : file.sides.size();
-  if (nNumbers != nEntries) failToContinue(file, "it was written for other elements or sides!");
+  if (!fits) failForOtherEntries(file);
   return nNumbers;
 }
 

@@ -220,15 +220,33 @@ TEST_F(OutputContinuation, halfAHeader_isRefused) {
   }
 }
 
-TEST_F(OutputContinuation, binaryFileOfOtherElements_isRefused) {
+TEST_F(OutputContinuation, fileOfOtherElements_isRefusedAndStays) {
   setGrid(0.0, 3600.0);
-  format.binary = true;
+  for (const bool binary : {false, true}) {
+    for (const std::vector<std::size_t>& others :
+         {std::vector<std::size_t>{0, 1, 2, 3}, {0, 1}, {0, 1, 3}, {2, 1, 0}}) {
+      format.binary = binary;
+      files = {bench.field(format, {0, 1, 2})};
+      runUntil(3600.0);
+      const std::string whole = bytes();
+      files = {bench.field(format, others)};
+      EXPECT_EQ(TKL::thrownBy([&] { continueUntil(1.0, 1.0); }),
+                (TKL::Thrown{"Cannot continue output file '" + bench.folder.file("result.out") +
+                                 "': it was written for other elements or sides!",
+                             "[VelOutputs::cutRecordsAfter]"}));
+      EXPECT_EQ(bytes(), whole);
+    }
+  }
+}
+
+TEST_F(OutputContinuation, singleValuesInsteadOfAMean_areRefused) {
+  setGrid(0.0, 3600.0);
+  Format mean = OutputBench::temperature(Format::S_MEAN);
+  files = {bench.field(mean, {0, 1, 2})};
+  runUntil(3600.0);
   files = {bench.field(format, {0, 1, 2})};
-  runUntil(0.0);
-  files = {bench.field(format, {0, 1, 2, 3})};
-  EXPECT_EQ(TKL::thrownBy([&] { continueUntil(1.0, 1.0); }).text,
-            "Cannot continue output file '" + bench.folder.file("result.out") +
-                "': it was written for other elements or sides!");
+  EXPECT_NE(TKL::thrownBy([&] { continueUntil(1.0, 1.0); }).text.find("for other elements or sides!"),
+            std::string::npos);
 }
 
 }  // namespace
