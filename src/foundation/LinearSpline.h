@@ -26,8 +26,13 @@ class LinearSpline {
   LinearSpline& operator=(LinearSpline&&) = default;
   virtual ~LinearSpline() = default;
 
-  /// The interpolated value; exact at the nodes. a few comparisons, no allocation. The table must be valid.
-  double value(double at) const;
+  /// The interpolated value; exact at the nodes. The table must be valid. In line, since the material
+  /// functions are tables.
+  [[gnu::always_inline]] double value(double at) const {
+    if (xStep != 0.0 || !index_.covers(at)) return valueWithoutIndex(at);
+    const std::size_t k = index_.firstNotBelow(x.data(), at);
+    return between(k, at);
+  }
   /// The step value: y of the last node that is not above `at`. The table must be valid.
   double nonInterpolatedValue(double at) const;
 
@@ -74,6 +79,14 @@ class LinearSpline {
   bool valid = false;                     ///< true only after a successful `makeSpline`
 
  private:
+  /// At a value that lies above the node before `k` and not above node `k`.
+  double between(std::size_t k, double at) const {
+    const double a = (at - x[k - 1]) / (x[k] - x[k - 1]);
+    return (1.0 - a) * y[k - 1] + a * y[k];
+  }
+  double valueWithoutIndex(double at) const;
+  std::size_t firstNotBelow(double at) const;
+
   IntervalIndex index_;  ///< of `x`
 };
 

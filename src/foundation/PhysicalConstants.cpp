@@ -3,14 +3,15 @@
 #include <cmath>
 
 #include "foundation/CheckedMath.h"
+#include "foundation/SaturationLaw.h"
 
 namespace TKL {
 
 double pSat(double T) {
-  if (T >= T_FREEZE) {
-    return 288.68 * f_pow(1.098 + (T - T_FREEZE) / 100.0, 8.02);
-  }
-  return 4.689 * f_pow(1.486 + (T - T_FREEZE) / 100.0, 12.3);
+  const SaturationLaw law = SaturationLaw::at(T);
+  const double base = law.baseAt(T);
+  if (base < 0.0) f_pow(base, law.exponent);                    // throws
+  return law.factor * std::exp(law.exponent * std::log(base));  // faster than pow
 }
 
 double pCFromRH(double RH, double T) {

@@ -43,15 +43,14 @@ double MoistureStorage::Thetal_pl(double pl, double T) const {
   return modelType == MT_VAN_GENUCHTEN ? vanGenuchten(pl) * ThetaEff : 0.0;
 }
 
-double MoistureStorage::pl_Thetal(double Theta_l, double T, double plGuess) const {
+/// Pressure of a liquid content beyond the limit, and of a curve without a tabulated inverse over log10(pC).
+double MoistureStorage::otherPressure(double Theta_l, double T, double plGuess) const {
   const char* const FUNC_ID = "[MoistureStorage::pl_Thetal]";
   constexpr double LARGEST_GUESS = -1.0;
   if (kind > K_RESERVED)
     throw TKL::Exception("Unsupported type of moisture storage function or missing initialization.", FUNC_ID);
   if (Theta_l >= ThetaLimit) return (Theta_l - ThetaLimit) / slopeOverSaturation + plLimit;
   if (kind == K_SPLINE || kind == K_ANALYTIC) {
-    const TKL::LinearSpline& inverse = functions[F_pC_Theta_de];
-    if (!inverse.empty()) return -TKL::f_pow10(inverse.value(Theta_l));
     const double guess = TKL::f_log10(-std::min(plGuess, LARGEST_GUESS));
     return -TKL::f_pow10(pC_Thetal_iterative(Theta_l, guess));
   }

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "foundation/CheckedMath.h"
 #include "material/MaterialBase.h"
 #include "material/MaterialFunctionBase.h"
 #include "material/MrcVG.h"
@@ -45,7 +46,11 @@ class MoistureStorage final : public MaterialFunctionBase {
 
   /// Liquid pressure [Pa] of a liquid content [m3/m3]; `plGuess` [Pa] is used where no inverse is tabulated.
   /// @throws TKL::Exception "Unsupported type of moisture storage function or missing initialization."
-  double pl_Thetal(double Theta_l, double T, double plGuess) const;
+  double pl_Thetal(double Theta_l, double T, double plGuess) const {
+    const TKL::LinearSpline& inverse = functions[F_pC_Theta_de];
+    const bool isTabulated = kind <= K_ANALYTIC && Theta_l < ThetaLimit && !inverse.empty();
+    return isTabulated ? -TKL::f_pow10(inverse.value(Theta_l)) : otherPressure(Theta_l, T, plGuess);
+  }
 
   /// log10(pC / Pa) of a liquid content by a secant iteration from a guess. Counts its passes in
   /// `TKL::mrcIterationCount`. Without convergence: a warning and the last value.
@@ -74,6 +79,7 @@ class MoistureStorage final : public MaterialFunctionBase {
   void clear() override;
 
  private:
+  double otherPressure(double Theta_l, double T, double plGuess) const;
   void chooseCurve();
   void prepareTable();
   void prepareModel();

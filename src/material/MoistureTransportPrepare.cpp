@@ -140,6 +140,7 @@ void MoistureTransport::integrateKl(const MaterialBase& material, const Moisture
   constexpr double LOG_PC_STEP = 0.01;
   constexpr int STEPS = 1000;
   constexpr double GAP = 1e-06;         // [m3/m3]
+  constexpr double ROUNDING = 1e-14;    // of an interpolation, which a flat part of the curve shows
   constexpr double PL_OVER = 200000.0;  // [Pa] far enough for the over-saturated branch of the storage
   double plOld = -TKL::f_pow10(LOG_PC_START);
   double KOld = 0.0;
@@ -149,7 +150,7 @@ void MoistureTransport::integrateKl(const MaterialBase& material, const Moisture
   for (int i = 1; i <= STEPS; ++i) {
     const double pl = -TKL::f_pow10(LOG_PC_START - i * LOG_PC_STEP);
     const double theta = storage.Thetal_pl(pl, T_STORAGE);
-    if (!(theta > table.theta.back())) continue;
+    if (!(theta > table.theta.back() * (1.0 + ROUNDING))) continue;  // nothing is gained
     const double K = Kl(theta);
     table.add(theta, (K + KOld) * 0.5 * (pl - plOld) + table.psi.back());
     plOld = pl;

@@ -28,6 +28,21 @@ MaterialBase::ParaTransport parameterOf(int direction) {
 
 }  // namespace
 
+/// Where the conductivity does not depend on moisture alone.
+double ThermalTransport::otherConductivity(double Theta_l, double T, double iceContent) const {
+  switch (kind) {
+    case K_T:
+      return functions[F_lambda_T].value(T);
+    case K_THETA_AND_T:
+      return functions[F_lambda_Theta].value(Theta_l) * functions[F_lambda_T].value(T) / lambda +
+             ICE_GAIN * iceContent;
+    case K_CONSTANT:
+      return lambda;
+    default:
+      return 0.0;
+  }
+}
+
 void ThermalTransport::prepareCalculation(const MaterialBase& material, int materialDirection) {
   const char* const FUNC_ID = "[ThermalTransport::prepareCalculation]";
   try {

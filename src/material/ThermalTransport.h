@@ -25,19 +25,8 @@ class ThermalTransport final : public MaterialFunctionBase {
   /// value once. Ice conducts better than water: it adds the difference of the two in a parallel
   /// arrangement, if the conductivity depends on moisture at all. 0 without a function.
   double conductivity(double Theta_l, double T, double iceContent) const {
-    switch (kind) {
-      case K_THETA:
-        return functions[F_lambda_Theta].value(Theta_l) + ICE_GAIN * iceContent;
-      case K_T:
-        return functions[F_lambda_T].value(T);
-      case K_THETA_AND_T:
-        return functions[F_lambda_Theta].value(Theta_l) * functions[F_lambda_T].value(T) / lambda +
-               ICE_GAIN * iceContent;
-      case K_CONSTANT:
-        return lambda;
-      default:
-        return 0.0;
-    }
+    if (kind == K_THETA) return functions[F_lambda_Theta].value(Theta_l) + ICE_GAIN * iceContent;
+    return otherConductivity(Theta_l, T, iceContent);
   }
 
   /// Decides the kind. A missing LAMBDA is a warning and leaves `K_NONE`.
@@ -58,6 +47,7 @@ class ThermalTransport final : public MaterialFunctionBase {
  private:
   static constexpr double ICE_GAIN = 2.2 - 0.6;  ///< [W/mK] conductivity of ice less that of water
 
+  double otherConductivity(double Theta_l, double T, double iceContent) const;
   void denormalize(const MaterialBase& material);
   void denormalizeTheta(const MaterialBase& material);
   void checkThetaLimits(const MaterialBase& material) const;

@@ -1,5 +1,6 @@
 #include "output/OutputWriter.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <set>
 #include <utility>
@@ -74,6 +75,12 @@ void OutputWriter::initOutputFiles(bool restart) {
   VELMORA::initOutputFiles(*outputFiles_, construction_, outputStreams_, restart);
   lastValues_.assign(outputFiles_->size(), {});
   quantitiesChecked_ = false;
+}
+
+bool OutputWriter::shows(Format::field_t quantity) const {
+  return std::any_of(outputFiles_->begin(), outputFiles_->end(), [quantity](const VelOutputFile& file) {
+    return file.format->type == Format::T_FIELD && fieldOf(*file.format) == quantity;
+  });
 }
 
 bool OutputWriter::needsEveryStep() const {

@@ -29,6 +29,9 @@ class OutputWriter {
   /// @throws TKL::Exception "You can only integrate flux outputs in time. ..."
   bool needsEveryStep() const;
 
+  /// Whether some file shows a field quantity.
+  bool shows(VelOutputFormat::field_t quantity) const;
+
   /// Numbers of the sides whose flows are integrated over time for some file, rising.
   std::vector<int> integratedSides() const;
 

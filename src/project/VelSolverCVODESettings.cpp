@@ -48,11 +48,12 @@ VelSolverCVODESettings::linear_solver_t linearSolverOf(const std::string& word) 
       {"BAND", VelSolverCVODESettings::L_BAND},
       {"KLU", VelSolverCVODESettings::L_KLU},
       {"BLOCK", VelSolverCVODESettings::L_BLOCK},
+      {"GMRES", VelSolverCVODESettings::L_GMRES},
   };
   for (const auto& [name, value] : WORDS)
     if (word == name) return value;
   throw TKL::Exception(
-      TKL::FormatString("Unknown linear solver '%1', expected one of AUTO, BAND, KLU, BLOCK.").arg(word),
+      TKL::FormatString("Unknown linear solver '%1', expected one of AUTO, BAND, KLU, BLOCK, GMRES.").arg(word),
       FUNC_ID);
 }
 

@@ -13,12 +13,49 @@ using index_t = JacobianPattern::index_t;
 
 constexpr double WORST_CONDITION = 1e14;
 
+#if defined(__GNUC__)
+/// Two numbers that are handled by one instruction.
+using Pair = double __attribute__((vector_size(16), aligned(8), may_alias));
+
+/// row -= c0 * B[0] + c1 * B[1] for the two rows of a 2 x 2 block B.
+inline Pair withoutProduct(Pair row, const double* c, const double* B) {
+  const Pair* const rows = reinterpret_cast<const Pair*>(B);
+  return row - (Pair{c[0], c[0]} * rows[0] + Pair{c[1], c[1]} * rows[1]);
+}
+#endif
+
 /// A -= B C, all N x N.
 template <std::size_t N>
-void subtractProduct(double* A, const double* B, const double* C) {
+inline void subtractProduct(double* A, const double* B, const double* C) {
+#if defined(__GNUC__)
+  if constexpr (N == 2) {
+    Pair* const rows = reinterpret_cast<Pair*>(A);
+    rows[0] = withoutProduct(rows[0], B, C);
+    rows[1] = withoutProduct(rows[1], B + 2, C);
+    return;
+  }
+#endif
   for (std::size_t i = 0; i < N; ++i)
-    for (std::size_t k = 0; k < N; ++k)
-      for (std::size_t j = 0; j < N; ++j) A[i * N + j] -= B[i * N + k] * C[k * N + j];
+    for (std::size_t j = 0; j < N; ++j) {
+      double sum = A[i * N + j];
+      for (std::size_t k = 0; k < N; ++k) sum -= B[i * N + k] * C[k * N + j];
+      A[i * N + j] = sum;
+    }
+}
+
+/// A -= B[0] C + B[1] D, all N x N.
+template <std::size_t N>
+inline void subtractProducts(double* A, const double* B, const double* C, const double* D) {
+#if defined(__GNUC__)
+  if constexpr (N == 2) {
+    Pair* const rows = reinterpret_cast<Pair*>(A);
+    rows[0] = withoutProduct(withoutProduct(rows[0], B, C), B + 4, D);
+    rows[1] = withoutProduct(withoutProduct(rows[1], B + 2, C), B + 6, D);
+    return;
+  }
+#endif
+  subtractProduct<N>(A, B, C);
+  subtractProduct<N>(A, B + N * N, D);
 }
 
 /// A = A B, all N x N.
@@ -31,12 +68,37 @@ void multiplyFromRight(double* A, const double* B) {
   std::copy_n(product, N * N, A);
 }
 
-/// y -= A x, A of N x N.
+/// Sum of products A x of blocks with vectors, its terms kept apart until the end: so they are independent of
+/// each other.
 template <std::size_t N>
-void subtractFrom(double* y, const double* A, const double* x) {
-  for (std::size_t i = 0; i < N; ++i)
-    for (std::size_t k = 0; k < N; ++k) y[i] -= A[i * N + k] * x[k];
-}
+class SumOfProducts {
+ public:
+  void add(const double* A, const double* x) {
+#if defined(__GNUC__)
+    if constexpr (N == 2) {
+      Pair* const terms = reinterpret_cast<Pair*>(terms_);
+      const Pair* const rows = reinterpret_cast<const Pair*>(A);
+      const Pair factors = *reinterpret_cast<const Pair*>(x);
+      terms[0] += rows[0] * factors;
+      terms[1] += rows[1] * factors;
+      return;
+    }
+#endif
+    for (std::size_t i = 0; i < N; ++i)
+      for (std::size_t k = 0; k < N; ++k) terms_[i * N + k] += A[i * N + k] * x[k];
+  }
+
+  void subtractFrom(double* y) const {
+    for (std::size_t i = 0; i < N; ++i) {
+      double sum = 0.0;
+      for (std::size_t k = 0; k < N; ++k) sum += terms_[i * N + k];
+      y[i] -= sum;
+    }
+  }
+
+ private:
+  double terms_[N * N] = {};
+};
 
 template <std::size_t N>
 double rowSumNorm(const double* A) {
@@ -127,31 +189,30 @@ bool invertBlock(std::size_t n, double* matrix) {
   }
 }
 
-BlockFactor::BlockFactor(const JacobianPattern& pattern)
-    : pattern_(pattern), values_(pattern.nBlocks() * pattern.blockSize * pattern.blockSize) {
+BlockFactor::BlockFactor(const JacobianPattern& pattern, FactorPattern factors)
+    : pattern_(pattern),
+      factors_(std::move(factors)),
+      values_((factors_.nBlocks() + 1) * pattern.blockSize * pattern.blockSize),
+      blockOf_(factors_.nRows(), static_cast<index_t>(factors_.nBlocks())),
+      x_(pattern.nUnknowns()) {
   if (pattern.blockSize < 1 || pattern.blockSize > 4)
     throw std::invalid_argument("[BlockFactor::BlockFactor] Blocks have one to four equations.");
 }
 
 bool BlockFactor::factorise(const BlockJacobian& jacobian, double gamma) {
-  const std::size_t n = pattern_.blockSize;
-  const double* J = jacobian.block(0);
-  for (std::size_t i = 0; i < values_.size(); ++i) values_[i] = -gamma * J[i];
-  for (const index_t p : pattern_.diagonal)
-    for (std::size_t i = 0; i < n; ++i) values_[p * n * n + i * n + i] += 1.0;
-  switch (n) {
+  switch (pattern_.blockSize) {
     case 1:
-      return factoriseBlocks<1>();
+      return factoriseBlocks<1>(jacobian, gamma);
     case 2:
-      return factoriseBlocks<2>();
+      return factoriseBlocks<2>(jacobian, gamma);
     case 3:
-      return factoriseBlocks<3>();
+      return factoriseBlocks<3>(jacobian, gamma);
     default:
-      return factoriseBlocks<4>();
+      return factoriseBlocks<4>(jacobian, gamma);
   }
 }
 
-void BlockFactor::solve(double* b) const {
+void BlockFactor::solve(double* b) {
   switch (pattern_.blockSize) {
     case 1:
       return solveBlocks<1>(b);
@@ -164,46 +225,93 @@ void BlockFactor::solve(double* b) const {
   }
 }
 
-/// Row by row: the blocks left of the diagonal become L, those right of it stay as U.
 template <std::size_t N>
-bool BlockFactor::factoriseBlocks() {
+bool BlockFactor::factoriseBlocks(const BlockJacobian& jacobian, double gamma) {
   constexpr std::size_t SIZE = N * N;
-  const JacobianPattern& P = pattern_;
   double* values = values_.data();
-  for (std::size_t row = 0; row < P.nCells; ++row) {
-    for (index_t p = P.rowStart[row]; p < P.diagonal[row]; ++p) {
-      const index_t upper = P.column[p];
-      multiplyFromRight<N>(values + p * SIZE, values + P.diagonal[upper] * SIZE);
-      // Both rows are in ascending order of their columns: one pass finds the columns they share.
-      index_t target = p + 1;
-      for (index_t q = P.diagonal[upper] + 1; q < P.rowStart[upper + 1]; ++q) {
-        while (target < P.rowStart[row + 1] && P.column[target] < P.column[q]) ++target;
-        if (target == P.rowStart[row + 1]) break;
-        if (P.column[target] == P.column[q])
-          subtractProduct<N>(values + target * SIZE, values + p * SIZE, values + q * SIZE);
-      }
-    }
-    if (!invert<N>(values + P.diagonal[row] * SIZE)) return false;
+  std::fill(values_.begin(), values_.end(), 0.0);
+  for (std::size_t p = 0; p < pattern_.nBlocks(); ++p) {
+    const double* J = jacobian.block(p);
+    double* target = values + factors_.target[p] * SIZE;
+    for (std::size_t i = 0; i < SIZE; ++i) target[i] = -gamma * J[i];
   }
+  for (const index_t p : factors_.diagonal)
+    for (std::size_t i = 0; i < N; ++i) values[p * SIZE + i * N + i] += 1.0;
+  for (std::size_t row = 0; row < factors_.nRows(); ++row)
+    if (!eliminateRow<N>(row)) return false;
   return true;
 }
 
+/// The blocks left of the diagonal become L, those right of it stay as U.
 template <std::size_t N>
-void BlockFactor::solveBlocks(double* b) const {
+bool BlockFactor::eliminateRow(std::size_t row) {
   constexpr std::size_t SIZE = N * N;
-  const JacobianPattern& P = pattern_;
-  const double* values = values_.data();
-  for (std::size_t row = 0; row < P.nCells; ++row)
-    for (index_t p = P.rowStart[row]; p < P.diagonal[row]; ++p)
-      subtractFrom<N>(b + row * N, values + p * SIZE, b + P.column[p] * N);
-  for (std::size_t row = P.nCells; row-- > 0;) {
-    for (index_t p = P.diagonal[row] + 1; p < P.rowStart[row + 1]; ++p)
-      subtractFrom<N>(b + row * N, values + p * SIZE, b + P.column[p] * N);
-    double x[N] = {};
-    const double* inverse = values + P.diagonal[row] * SIZE;
+  double* const values = values_.data();
+  const index_t* const column = factors_.column.data();
+  index_t* const blockOf = blockOf_.data();
+  const index_t first = factors_.rowStart[row];
+  const index_t diagonal = factors_.diagonal[row];
+  const index_t rowEnd = factors_.rowStart[row + 1];
+  for (index_t p = first; p < rowEnd; ++p) blockOf[column[p]] = p;
+  for (index_t p = first; p < diagonal;) {
+    // L in a copy, so that it can stay in registers
+    double L[2 * SIZE];
+    const index_t upper = column[p];
+    const index_t begin = factors_.diagonal[upper] + 1;
+    const index_t end = factors_.rowStart[upper + 1];
+    multiplyFromRight<N>(values + p * SIZE, values + (begin - 1) * SIZE);
+    std::copy_n(values + p * SIZE, SIZE, L);
+    if (!factors_.isTwin[upper] || p + 1 == diagonal) {
+      for (index_t q = begin; q < end; ++q)
+        subtractProduct<N>(values + blockOf[column[q]] * SIZE, L, values + q * SIZE);
+      ++p;
+      continue;
+    }
+    // The next row has the same columns: both in one pass over the row that they are taken from.
+    subtractProduct<N>(values + (p + 1) * SIZE, L, values + begin * SIZE);
+    const index_t twinBegin = factors_.diagonal[upper + 1] + 1;
+    multiplyFromRight<N>(values + (p + 1) * SIZE, values + (twinBegin - 1) * SIZE);
+    std::copy_n(values + (p + 1) * SIZE, SIZE, L + SIZE);
+    const double* U = values + (begin + 1) * SIZE;
+    const double* twin = values + twinBegin * SIZE;
+    for (index_t q = begin + 1; q < end; ++q, U += SIZE, twin += SIZE)
+      subtractProducts<N>(values + blockOf[column[q]] * SIZE, L, U, twin);
+    p += 2;
+  }
+  const auto dropped = static_cast<index_t>(factors_.nBlocks());
+  for (index_t p = first; p < rowEnd; ++p) blockOf[column[p]] = dropped;
+  return invert<N>(values + diagonal * SIZE);
+}
+
+template <std::size_t N>
+void BlockFactor::solveBlocks(double* b) {
+  constexpr std::size_t SIZE = N * N;
+  const FactorPattern& F = factors_;
+  const double* const values = values_.data();
+  const index_t* const column = F.column.data();
+  double* const x = x_.data();
+  for (std::size_t row = 0; row < F.nRows(); ++row) {
+    SumOfProducts<N> sum;
+    const index_t end = F.diagonal[row];
+    for (index_t p = F.rowStart[row]; p < end; ++p) sum.add(values + p * SIZE, x + column[p] * N);
+    double rest[N];
+    std::copy_n(b + F.cell[row] * N, N, rest);
+    sum.subtractFrom(rest);
+    std::copy_n(rest, N, x + row * N);
+  }
+  for (std::size_t row = F.nRows(); row-- > 0;) {
+    SumOfProducts<N> sum;
+    const index_t end = F.rowStart[row + 1];
+    for (index_t p = F.diagonal[row] + 1; p < end; ++p) sum.add(values + p * SIZE, x + column[p] * N);
+    double rest[N];
+    std::copy_n(x + row * N, N, rest);
+    sum.subtractFrom(rest);
+    const double* inverse = values + F.diagonal[row] * SIZE;
+    double solution[N] = {};
     for (std::size_t i = 0; i < N; ++i)
-      for (std::size_t k = 0; k < N; ++k) x[i] += inverse[i * N + k] * b[row * N + k];
-    std::copy_n(x, N, b + row * N);
+      for (std::size_t k = 0; k < N; ++k) solution[i] += inverse[i * N + k] * rest[k];
+    std::copy_n(solution, N, x + row * N);
+    std::copy_n(solution, N, b + F.cell[row] * N);
   }
 }
 

@@ -16,13 +16,23 @@ namespace {
 
 constexpr int KRYLOV_VECTORS = 30;
 
+NewtonMatrix::Factors factorsOf(BlockMethod method) {
+  switch (method) {
+    case BlockMethod::SPARSE:
+      return NewtonMatrix::Factors::SPARSE;
+    case BlockMethod::KRYLOV:
+      return NewtonMatrix::Factors::INCOMPLETE;
+    default:
+      return NewtonMatrix::Factors::BLOCKS;
+  }
+}
+
 /// Joins the Newton matrix to the integrator, which sees a matrix and a solver of a kind of their own. The
 /// integrator's functions find this object in the content of either.
 class BlockSolver : public LinearSolver {
  public:
   BlockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates)
-      : matrix_(std::move(pattern), method == BlockMethod::SPARSE ? NewtonMatrix::Factors::SPARSE
-                                                                  : NewtonMatrix::Factors::BLOCKS),
+      : matrix_(std::move(pattern), factorsOf(method)),
         isKrylov_(method == BlockMethod::KRYLOV),
         rates_(std::move(rates)) {}
   ~BlockSolver() override {

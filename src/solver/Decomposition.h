@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "solver/ElementTraits.h"
@@ -24,42 +27,59 @@ namespace VELMORA_SOLVER {
 /// What follows from the masses of a pollutant is told by PollutantBalance.
 ///
 /// Each decomposition is a function of the element's conserved quantities and, as the start of an iteration,
-/// of its last capillary pressure and ice density; no other element matters.
+/// of its last capillary pressure and ice density; no other element matters. They go together all the same,
+/// since the exponentials of many elements take half the time.
 class Decomposition {
  public:
-  /// The state and the traits must live as long as this object.
+  /// The state and the traits must live as long as this object; the traits are those of all elements.
   /// @param pollutant  needed with a pollutant balance only
   Decomposition(const ModelSettings& settings, const std::vector<ElementTraits>& traits, SolverState& state,
-                const PollutantBalance* pollutant = nullptr)
-      : settings_(settings),
-        storing_(settings.equations.code & ~BE_AIR),
-        hasIce_(settings.equations.has(BE_ICE)),
-        traits_(traits),
-        state_(state),
-        pollutant_(pollutant) {}
+                const PollutantBalance* pollutant = nullptr);
 
-  /// Decomposes an element by the balance equations of the run at time t [s].
-  /// @return 0, or 1 when the state is so far off that a shorter step is needed
+  /// Decomposes elements by the balance equations of the run at time t [s].
+  /// @return the first one whose state is so far off that a shorter step is needed; then the states of all
+  /// these elements are to be taken as unknown
   /// @throws TKL::Exception when the material lacks a function that is needed, std::runtime_error for a
   /// combination of balance equations without a decomposition
-  int decompose(std::size_t element, double t);
+  std::optional<std::size_t> decompose(std::span<const std::uint32_t> elements, double t);
+
+  /// The same for one element: 0, or 1 to ask for a shorter step.
+  int decompose(std::uint32_t element, double t) { return decompose({&element, 1}, t) ? 1 : 0; }
 
  private:
-  void decomposeH(std::size_t e);
-  int decomposeHM(std::size_t e, double t);
+  /// Porous elements on their way from their pressures to their humidities, one behind the other.
+  struct Porous {
+    std::vector<std::uint32_t> element;
+    std::vector<double> T;      ///< [K]
+    std::vector<double> logRH;  ///< of the relative humidity
+    std::vector<double> RH;
+    std::vector<double> pSat;  ///< [Pa]
+    std::size_t count = 0;
+
+    void resize(std::size_t size);
+  };
+
+  void decomposeH(std::span<const std::uint32_t> elements);
+  std::optional<std::size_t> decomposeHM(std::span<const std::uint32_t> elements, double t);
   void decomposeAir(std::size_t e);
-  int capillaryState(std::size_t e);
-  int freeze(std::size_t e);
+  bool takePorous(std::uint32_t e, double t);
+  void humidities();
+  bool freeze(std::size_t e);
+  void transport();
   void liquidTransport(std::size_t e);
   [[noreturn]] static void failLiquidFunction(const MM::MoistureTransport& transport,
                                               const MM::Material& material);
 
   const ModelSettings& settings_;
   const int storing_;  ///< code of the equations that have a state of their own: air has none
+  const bool hasEnergy_;
   const bool hasIce_;
   const std::vector<ElementTraits>& traits_;
   SolverState& state_;
   const PollutantBalance* const pollutant_;
+  Porous porous_;
+  std::vector<std::uint32_t> done_;  ///< elements whose pressures are found come first
+  std::size_t nDone_ = 0;            ///< how many
 };
 
 }  // namespace VELMORA_SOLVER

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "foundation/PhysicalConstants.h"
+#include "project/VelContactCond.h"
 #include "solver/IceBalance.h"
 
 namespace VELMORA_SOLVER {
@@ -39,6 +40,24 @@ std::vector<ElementTraits> elementTraits(const std::vector<VELMORA::Element>& el
   std::vector<ElementTraits> traits;
   traits.reserve(elements.size());
   for (const VELMORA::Element& element : elements) traits.push_back(traitsOf(element, settings));
+  return traits;
+}
+
+std::vector<ElementTraits> elementTraits(const VELMORA::CalculationData& data,
+                                         const ModelSettings& settings) {
+  std::vector<ElementTraits> traits = elementTraits(data.elements, settings);
+  if (!settings.useKirchhoff) return traits;
+  for (ElementTraits& element : traits) element.needsConductivity = false;
+  for (const VELMORA::Side& side : data.sides) {
+    const auto& quantities = data.sideQuantities[static_cast<std::size_t>(side.number)];
+    if (!(quantities[VELMORA::VelContactCond::P_WATCONDRES] > 0.0)) continue;
+    for (const VELMORA::Element* element : {side.elementLeft, side.elementRight})
+      if (element != nullptr) traits[static_cast<std::size_t>(element->number)].needsConductivity = true;
+  }
+  for (ElementTraits& element : traits)
+    element.hasPlainPotential = element.transport != nullptr && !element.liquidTight &&
+                                element.transport->liquidKind != MM::MoistureTransport::L_NONE &&
+                                !element.needsConductivity && !settings.useGravity;
   return traits;
 }
 

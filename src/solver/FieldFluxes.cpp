@@ -1,5 +1,6 @@
 #include "solver/FieldFluxes.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "foundation/Exception.h"
@@ -13,6 +14,8 @@ namespace VELMORA_SOLVER {
 using VELMORA::VelContactCond;
 
 namespace {
+
+const char* const MOISTURE_ID = "[VelmoraCvodeSolver::fieldFluxMoisture]";
 
 constexpr double CLOSED = 1e20;  // [m/s] a resistance from here on closes a side
 
@@ -34,6 +37,12 @@ double byVelocity(const VelContactCond& contact, double velocity) {
   return slope * std::pow(velocity, exponent.value);
 }
 
+/// By how much a resistance slows the vapour, with x = K R / distance.
+double slowed(double x) {
+  if (x == -1.0) throw TKL::Exception("Invalid parameter in Kv_res", MOISTURE_ID);
+  return x + 1.0;
+}
+
 }  // namespace
 
 FieldFluxes::FieldFluxes(const VELMORA::CalculationData& data, const ModelSettings& settings,
@@ -43,6 +52,7 @@ FieldFluxes::FieldFluxes(const VELMORA::CalculationData& data, const ModelSettin
   for (const VELMORA::Side& side : data.sides)
     if (side.elementLeft != nullptr && side.elementRight != nullptr)
       sides_.push_back(innerSide(side, data.sideQuantities[static_cast<std::size_t>(side.number)]));
+  for (const ElementTraits& element : traits) capacity_.push_back(element.thetaMax * TKL::RHO_W);
 }
 
 FieldFluxes::InnerSide FieldFluxes::innerSide(const VELMORA::Side& side,
@@ -56,9 +66,12 @@ FieldFluxes::InnerSide FieldFluxes::innerSide(const VELMORA::Side& side,
   inner.weightRight = side.weightRight;
   inner.area = side.area;
   inner.invDistance = side.invDistance;
-  inner.heatResistance = quantities[VelContactCond::P_HEATCONDRES];
-  inner.vapourResistance = quantities[VelContactCond::P_VAPDIFFRES];
-  inner.liquidResistance = quantities[VelContactCond::P_WATCONDRES];
+  inner.areaByDistance = side.area * side.invDistance;
+  const double vapourResistance = quantities[VelContactCond::P_VAPDIFFRES];
+  const double liquidResistance = quantities[VelContactCond::P_WATCONDRES];
+  inner.heatSlowing = std::max(0.0, quantities[VelContactCond::P_HEATCONDRES]) * side.invDistance;
+  inner.vapourSlowing = std::max(0.0, vapourResistance) * side.invDistance;
+  inner.liquidSlowing = std::max(0.0, liquidResistance) * side.invDistance;
   const ElementTraits& left = traits_[inner.left];
   const ElementTraits& right = traits_[inner.right];
   const bool airAtMaterial = left.material != right.material && (left.isAir || right.isAir);
@@ -68,16 +81,19 @@ FieldFluxes::InnerSide FieldFluxes::innerSide(const VELMORA::Side& side,
     if (airAtMaterial && contact->condition == VelContactCond::C_AIR_MAT_VAPDIFF) inner.airVapour = contact;
   }
   if (inner.airHeat != nullptr || inner.airVapour != nullptr) addAirSpace(inner);
-  inner.vapourOpen = !left.vapourTight && !right.vapourTight && inner.vapourResistance < CLOSED;
-  inner.liquidForm = liquidForm(inner);
+  inner.vapourOpen = !left.vapourTight && !right.vapourTight && vapourResistance < CLOSED;
+  inner.liquidForm = liquidForm(inner, liquidResistance);
+  inner.isSpecial = inner.airHeat != nullptr || inner.airVapour != nullptr || inner.adaptiveFoil != nullptr ||
+                    inner.liquidForm == LiquidForm::CONDUCTIVITY ||
+                    inner.liquidForm == LiquidForm::KIRCHHOFF_WITH_JUMP;
   return inner;
 }
 
-FieldFluxes::LiquidForm FieldFluxes::liquidForm(const InnerSide& side) const {
+FieldFluxes::LiquidForm FieldFluxes::liquidForm(const InnerSide& side, double liquidResistance) const {
   const ElementTraits& left = traits_[side.left];
   const ElementTraits& right = traits_[side.right];
-  if (left.liquidTight || right.liquidTight || side.liquidResistance >= CLOSED) return LiquidForm::NONE;
-  if (!settings_.useKirchhoff || side.liquidResistance > 0.0) return LiquidForm::CONDUCTIVITY;
+  if (left.liquidTight || right.liquidTight || liquidResistance >= CLOSED) return LiquidForm::NONE;
+  if (!settings_.useKirchhoff || liquidResistance > 0.0) return LiquidForm::CONDUCTIVITY;
   return left.material == right.material ? LiquidForm::KIRCHHOFF : LiquidForm::KIRCHHOFF_WITH_JUMP;
 }
 
@@ -96,110 +112,126 @@ void FieldFluxes::addAirSpace(InnerSide& inner) {
 }
 
 void FieldFluxes::calculate() {
-  if (settings_.equations.has(BE_AIR))
-    calculateSides<true>();
-  else
-    calculateSides<false>();
-}
-
-/// @tparam AIR  air flows, which costs nothing where it does not
-template <bool AIR>
-void FieldFluxes::calculateSides() {
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
+  if (energy && moisture)
+    calculateAll<true, true>();
+  else if (energy)
+    calculateAll<true, false>();
+  else if (moisture)
+    calculateAll<false, true>();
+}
+
+template <bool ENERGY, bool MOISTURE>
+void FieldFluxes::calculateAll() {
+  calculateSides<ENERGY, MOISTURE>();
+  if (settings_.equations.has(BE_AIR)) addAirConvection<ENERGY, MOISTURE>();
+  if (!MOISTURE || !settings_.preventOverfilling || !isAnyAlmostFull()) return;
+  for (const InnerSide& side : sides_) limitOverfilling(side);
+}
+
+/// Conduction, diffusion and the flow of liquid, with the enthalpy that they carry. All sides go the same way
+/// through the same formulas; the flows of a special side are replaced in between.
+template <bool ENERGY, bool MOISTURE>
+void FieldFluxes::calculateSides() {
+  const double* const T = state_.T.data();
+  const double* const lambda = state_.lambda.data();
+  const double* const pV = state_.pV.data();
+  const double* const Kv = state_.Kv.data();
+  const double* const Psi = state_.Kirchhoff.data();
   for (const InnerSide& side : sides_) {
-    records_.heatFlux.clear(side.number);
-    if (moisture) {
-      records_.moistureFlux.clear(side.number);
-      moistureFlux<AIR>(side);
+    const std::size_t l = side.left;
+    const std::size_t r = side.right;
+    const auto mean = [&](const double* K) { return K[l] * side.weightLeft + K[r] * side.weightRight; };
+    Flows flows;
+    if constexpr (ENERGY) {
+      const double lam = mean(lambda);
+      flows.heat = lam / (side.heatSlowing * lam + 1.0) * side.areaByDistance * (T[l] - T[r]);
     }
-    if (energy) energyFlux(side);
-    if constexpr (AIR)
-      if (energy) airConvection(side);
-    if (moisture) {
-      records_.moistureFlux.sum(side.number);
-      limitOverfilling(side);
+    if constexpr (MOISTURE) {
+      if (side.vapourOpen) {
+        const double K = mean(Kv);
+        flows.vapour = K / slowed(side.vapourSlowing * K) * side.areaByDistance * (pV[l] - pV[r]);
+      }
+      if (side.liquidForm == LiquidForm::KIRCHHOFF) flows.liquid = side.areaByDistance * (Psi[l] - Psi[r]);
     }
-    if (energy) records_.heatFlux.sum(side.number);
+    if (side.isSpecial) takeSpecialFlows(side, flows);
+    if constexpr (MOISTURE) {
+      double* const flux = records_.moistureFlux[side.number];
+      flux[VELMORA::MF_VAPOUR_DIFFUSION] = flows.vapour;
+      flux[VELMORA::MF_LIQUID] = flows.liquid;
+      flux[VELMORA::MF_SUM] = flows.vapour + flows.liquid;
+    }
+    if constexpr (ENERGY) {
+      double* const flux = records_.heatFlux[side.number];
+      flux[VELMORA::HF_CONDUCTION] = flows.heat;
+      flux[VELMORA::HF_SUM] = flows.heat;
+      if constexpr (MOISTURE) {
+        // enthalpy at the temperature of the element that a flow comes from
+        const double liquid = T[flows.liquid > 0.0 ? l : r] * TKL::C_W * flows.liquid;
+        const double vapour = TKL::h_v(T[flows.vapour > 0.0 ? l : r]) * flows.vapour;
+        flux[VELMORA::HF_LIQUID] = liquid;
+        flux[VELMORA::HF_VAPOUR_DIFFUSION] = vapour;
+        flux[VELMORA::HF_SUM] += liquid + vapour;
+      }
+    }
   }
 }
 
-void FieldFluxes::energyFlux(const InnerSide& side) {
+void FieldFluxes::takeSpecialFlows(const InnerSide& side, Flows& flows) const {
+  if (side.airHeat != nullptr && settings_.equations.has(BE_ENERGY)) flows.heat = exchangedHeat(side);
+  if (!settings_.equations.has(BE_MOISTURE)) return;
+  if (side.vapourOpen) {
+    if (side.adaptiveFoil != nullptr) flows.vapour = vapourThroughFoil(side);
+    if (side.airVapour != nullptr && !isClosedByFoil(side)) flows.vapour = exchangedVapour(side);
+  }
+  if (side.liquidForm != LiquidForm::NONE) flows.liquid = specialLiquid(side);
+}
+
+/// Between air and a material.
+double FieldFluxes::exchangedHeat(const InnerSide& side) const {
   const char* const FUNC_ID = "[VelmoraCvodeSolver::fieldFluxEnergy]";
-  double* flux = records_.heatFlux[side.number];
-  const double dT = state_.T[side.left] - state_.T[side.right];
-  if (side.airHeat == nullptr) {
-    double lam = state_.lambda[side.left] * side.weightLeft + state_.lambda[side.right] * side.weightRight;
-    if (side.heatResistance > 0.0) lam = lam / (side.heatResistance * lam * side.invDistance + 1.0);
-    flux[VELMORA::HF_CONDUCTION] = lam * side.area * dT * side.invDistance;
-  } else {
-    double alpha = exchangeCoefficient(*side.airHeat, FUNC_ID);
-    if (dependsOnVelocity(*side.airHeat)) alpha += byVelocity(*side.airHeat, largestAirVelocity(side));
-    flux[VELMORA::HF_CONDUCTION] = dT * side.area * alpha;
-  }
-  if (settings_.equations.has(BE_MOISTURE)) enthalpyFlux(side);
+  double alpha = exchangeCoefficient(*side.airHeat, FUNC_ID);
+  if (dependsOnVelocity(*side.airHeat)) alpha += byVelocity(*side.airHeat, largestAirVelocity(side));
+  return (state_.T[side.left] - state_.T[side.right]) * side.area * alpha;
 }
 
-/// Enthalpy carried by the mass flows, at the temperature of the element that they come from.
-void FieldFluxes::enthalpyFlux(const InnerSide& side) {
-  const double* mass = records_.moistureFlux[side.number];
-  double* flux = records_.heatFlux[side.number];
-  const auto upwindT = [&](double flow) { return state_.T[flow > 0.0 ? side.left : side.right]; };
-  const double liquid = mass[VELMORA::MF_LIQUID];
-  const double vapour = mass[VELMORA::MF_VAPOUR_DIFFUSION];
-  if (liquid != 0.0) flux[VELMORA::HF_LIQUID] = upwindT(liquid) * TKL::C_W * liquid;
-  if (vapour != 0.0) flux[VELMORA::HF_VAPOUR_DIFFUSION] = TKL::h_v(upwindT(vapour)) * vapour;
+/// Between air and a material.
+double FieldFluxes::exchangedVapour(const InnerSide& side) const {
+  double beta = exchangeCoefficient(*side.airVapour, MOISTURE_ID);
+  if (dependsOnVelocity(*side.airVapour)) beta += byVelocity(*side.airVapour, meanAirVelocity(side));
+  return (state_.pV[side.left] - state_.pV[side.right]) * side.area * beta;
 }
 
-template <bool AIR>
-void FieldFluxes::moistureFlux(const InnerSide& side) {
-  double* flux = records_.moistureFlux[side.number];
-  const bool open = side.vapourOpen && vapourFlux(side, flux);
-  if constexpr (AIR)
-    if (open) vapourConvection(side, flux);
-  if (side.liquidForm != LiquidForm::NONE) flux[VELMORA::MF_LIQUID] = liquidFlux(side);
+double FieldFluxes::foilResistance(const InnerSide& side) const {
+  return side.adaptiveFoil->vaporResistance(state_.RH[side.left], state_.RH[side.right],
+                                            side.side->horizontal);
 }
 
-/// Diffusion of vapour.
-/// @return false for a side that a foil closes at these humidities
-bool FieldFluxes::vapourFlux(const InnerSide& side, double* flux) const {
-  const char* const FUNC_ID = "[VelmoraCvodeSolver::fieldFluxMoisture]";
-  double resistance = side.vapourResistance;
-  if (side.adaptiveFoil != nullptr) {
-    resistance = side.adaptiveFoil->vaporResistance(state_.RH[side.left], state_.RH[side.right],
-                                                    side.side->horizontal);
-    if (resistance >= CLOSED) return false;
-  }
-  const double dp = state_.pV[side.left] - state_.pV[side.right];
-  if (side.airVapour != nullptr) {
-    double beta = exchangeCoefficient(*side.airVapour, FUNC_ID);
-    if (dependsOnVelocity(*side.airVapour)) beta += byVelocity(*side.airVapour, meanAirVelocity(side));
-    flux[VELMORA::MF_VAPOUR_DIFFUSION] = dp * side.area * beta;
-    return true;
-  }
-  double Kv = state_.Kv[side.left] * side.weightLeft + state_.Kv[side.right] * side.weightRight;
-  if (resistance > 0.0) {
-    const double x = Kv * resistance * side.invDistance;
-    if (x == -1.0) throw TKL::Exception("Invalid parameter in Kv_res", FUNC_ID);
-    Kv = Kv / (x + 1.0);
-  }
-  flux[VELMORA::MF_VAPOUR_DIFFUSION] = Kv * side.area * dp * side.invDistance;
-  return true;
+/// Whether an adaptive foil lets nothing through at these humidities.
+bool FieldFluxes::isClosedByFoil(const InnerSide& side) const {
+  return side.adaptiveFoil != nullptr && foilResistance(side) >= CLOSED;
 }
 
-/// Flow of liquid water [kg/s]. The pressures are negative in an unsaturated material; the flow runs to the
-/// lower one.
-double FieldFluxes::liquidFlux(const InnerSide& side) const {
-  double flow = 0.0;
+/// The resistance of an adaptive foil stands for those of other contact conditions.
+double FieldFluxes::vapourThroughFoil(const InnerSide& side) const {
+  const double resistance = foilResistance(side);
+  if (resistance >= CLOSED) return 0.0;
+  const double Kv = state_.Kv[side.left] * side.weightLeft + state_.Kv[side.right] * side.weightRight;
+  return Kv / slowed(std::max(0.0, resistance) * side.invDistance * Kv) * side.areaByDistance *
+         (state_.pV[side.left] - state_.pV[side.right]);
+}
+
+/// Liquid between two materials or through a resistance [kg/s]. The pressures are negative in an unsaturated
+/// material; the flow runs to the lower one.
+double FieldFluxes::specialLiquid(const InnerSide& side) const {
   if (side.liquidForm == LiquidForm::CONDUCTIVITY) {
-    double Kl = state_.Kl[side.left] * side.weightLeft + state_.Kl[side.right] * side.weightRight;
-    if (side.liquidResistance > 0.0) Kl = Kl / (side.liquidResistance * Kl * side.invDistance + 1.0);
-    flow = (state_.pCTotal[side.left] - state_.pCTotal[side.right]) * Kl * side.area;
-  } else {
-    const double jump = side.liquidForm == LiquidForm::KIRCHHOFF_WITH_JUMP ? potentialJump(side) : 0.0;
-    flow = (state_.Kirchhoff[side.left] - state_.Kirchhoff[side.right] - jump) * side.area;
+    const double mean = state_.Kl[side.left] * side.weightLeft + state_.Kl[side.right] * side.weightRight;
+    const double Kl = mean / (side.liquidSlowing * mean + 1.0);
+    return (state_.pCTotal[side.left] - state_.pCTotal[side.right]) * Kl * side.areaByDistance;
   }
-  return flow * side.invDistance;
+  const double jump = side.liquidForm == LiquidForm::KIRCHHOFF_WITH_JUMP ? potentialJump(side) : 0.0;
+  return (state_.Kirchhoff[side.left] - state_.Kirchhoff[side.right] - jump) * side.areaByDistance;
 }
 
 /// The potentials of two materials are not continuous where they meet, the pressure is: the difference of
@@ -214,12 +246,23 @@ double FieldFluxes::potentialJump(const InnerSide& side) const {
   return potential(traits_[side.left]) - potential(traits_[side.right]);
 }
 
+bool FieldFluxes::isAnyAlmostFull() const {
+  const double* const mw = state_.mw.data();
+  const double* const capacity = capacity_.data();
+  bool any = false;
+  for (std::size_t e = 0; e < capacity_.size(); ++e) any |= capacity[e] - mw[e] < OVERFILL_WINDOW;
+  return any;
+}
+
 void FieldFluxes::limitOverfilling(const InnerSide& side) {
   double* moisture = records_.moistureFlux[side.number];
-  if (!settings_.preventOverfilling || moisture[VELMORA::MF_SUM] == 0.0) return;
-  const std::size_t receiver = moisture[VELMORA::MF_SUM] > 0.0 ? side.right : side.left;
-  const double room = traits_[receiver].thetaMax * TKL::RHO_W - state_.mw[receiver];
-  limitFlowsForOverfilling(room, moisture, records_.heatFlux[side.number]);
+  const double sum = moisture[VELMORA::MF_SUM];
+  const std::size_t receiver = sum > 0.0 ? side.right : side.left;
+  const double room = capacity_[receiver] - state_.mw[receiver];
+  if (room >= OVERFILL_WINDOW || sum == 0.0) return;
+  double* heat = records_.heatFlux[side.number];
+  limitFlowsForOverfilling(room, moisture, heat);
+  if (settings_.equations.has(BE_ENERGY)) records_.heatFlux.sum(side.number);
 }
 
 }  // namespace VELMORA_SOLVER

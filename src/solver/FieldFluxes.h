@@ -22,7 +22,7 @@ namespace VELMORA_SOLVER {
 ///     liquid   jl = A g (Psi_L - Psi_R - dPsi)     Kirchhoff form, dPsi the jump between two materials
 ///              jl = Kl A g (p_L - p_R)             conductivity form, Kl likewise
 ///
-/// A contact resistance R is in series: K becomes K / (R K g + 1). Each mass flow carries the enthalpy of
+/// A contact resistance R is in series: K becomes K / (R g K + 1). Each mass flow carries the enthalpy of
 /// the element that it comes from.
 class FieldFluxes {
  public:
@@ -39,19 +39,21 @@ class FieldFluxes {
 
   /// What one side needs of its neighbours, in one place for the loop over all inner sides.
   struct InnerSide {
-    const VELMORA::Side* side = nullptr;
     std::size_t number = 0;
     std::size_t left = 0;
     std::size_t right = 0;
     double weightLeft = 0.0;
     double weightRight = 0.0;
-    double area = 0.0;              ///< [m2]
-    double invDistance = 0.0;       ///< [1/m]
-    double heatResistance = 0.0;    ///< of contact conditions [m2K/W]
-    double vapourResistance = 0.0;  ///< of contact conditions [m/s]
-    double liquidResistance = 0.0;  ///< of contact conditions [m/s]
+    double areaByDistance = 0.0;  ///< [m]
+    double heatSlowing = 0.0;     ///< resistance of contact conditions by the distance [mK/W]
+    double vapourSlowing = 0.0;   ///< the same for vapour [1/s]
+    double liquidSlowing = 0.0;   ///< the same for liquid [1/s]
     bool vapourOpen = false;
+    bool isSpecial = false;  ///< one of the conditions below, or a liquid form other than the plain potential
     LiquidForm liquidForm = LiquidForm::NONE;
+    double area = 0.0;         ///< [m2]
+    double invDistance = 0.0;  ///< [1/m]
+    const VELMORA::Side* side = nullptr;
     const VELMORA::VelContactCond* airHeat = nullptr;       ///< heat transfer between air and a material
     const VELMORA::VelContactCond* airVapour = nullptr;     ///< vapour transfer between air and a material
     const VELMORA::VelContactCond* adaptiveFoil = nullptr;  ///< its resistance depends on the humidities
@@ -65,32 +67,47 @@ class FieldFluxes {
     std::array<int, 2> across{};  ///< the two of them that the exchange is told by for vapour
   };
 
+  /// Flow of heat through a side, with the vapour and the liquid through it [kg/s] that carry heat.
+  struct Flows {
+    double heat = 0.0;
+    double vapour = 0.0;
+    double liquid = 0.0;
+  };
+
   void addAirSpace(InnerSide& inner);
-  template <bool AIR>
+  InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities);
+  LiquidForm liquidForm(const InnerSide& side, double liquidResistance) const;
+
+  template <bool ENERGY, bool MOISTURE>
+  void calculateAll();
+  template <bool ENERGY, bool MOISTURE>
   void calculateSides();
+  void takeSpecialFlows(const InnerSide& side, Flows& flows) const;
+  double exchangedHeat(const InnerSide& side) const;
+  double exchangedVapour(const InnerSide& side) const;
+  double foilResistance(const InnerSide& side) const;
+  bool isClosedByFoil(const InnerSide& side) const;
+  double vapourThroughFoil(const InnerSide& side) const;
+  double specialLiquid(const InnerSide& side) const;
+  double potentialJump(const InnerSide& side) const;
+  bool isAnyAlmostFull() const;
+  void limitOverfilling(const InnerSide& side);
+
+  // Air, AirConvection.cpp
+  template <bool ENERGY, bool MOISTURE>
+  void addAirConvection();
   double largestAirVelocity(const InnerSide& side) const;
   double meanAirVelocity(const InnerSide& side) const;
   double airDensity(std::size_t element) const;
   double airFlow(int side) const;
-  void airConvection(const InnerSide& side);
-  void vapourConvection(const InnerSide& side, double* flux) const;
-  InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities);
-  LiquidForm liquidForm(const InnerSide& side) const;
-  void energyFlux(const InnerSide& side);
-  void enthalpyFlux(const InnerSide& side);
-  template <bool AIR>
-  void moistureFlux(const InnerSide& side);
   bool dependsOnVelocity(const VELMORA::VelContactCond& contact) const;
-  bool vapourFlux(const InnerSide& side, double* flux) const;
-  double liquidFlux(const InnerSide& side) const;
-  double potentialJump(const InnerSide& side) const;
-  void limitOverfilling(const InnerSide& side);
 
   const ModelSettings& settings_;
   const std::vector<ElementTraits>& traits_;
   const SolverState& state_;
   FluxRecords& records_;
   std::vector<InnerSide> sides_;
+  std::vector<double> capacity_;  ///< largest moisture mass of each element [kg/m3]
   std::vector<AirSpace> airSpaces_;
 };
 

@@ -10,17 +10,18 @@
 namespace VELMORA_SOLVER {
 
 /// One record of fixed length per side or element, all in one array. Slot 0 of a record is the sum of the
-/// slots behind it.
+/// slots behind it. Behind the last record stands one that is always zero, for a side that is not there.
 class RecordArray {
  public:
   RecordArray() = default;
-  RecordArray(std::size_t nRecords, std::size_t nSlots) : nSlots_(nSlots), values_(nRecords * nSlots, 0.0) {}
+  RecordArray(std::size_t nRecords, std::size_t nSlots)
+      : nSlots_(nSlots), size_(nRecords * nSlots), values_((nRecords + 1) * nSlots, 0.0) {}
 
   double* operator[](std::size_t record) { return values_.data() + record * nSlots_; }
   const double* operator[](std::size_t record) const { return values_.data() + record * nSlots_; }
   std::size_t nSlots() const { return nSlots_; }
-  std::span<const double> values() const { return values_; }
-  std::span<double> values() { return values_; }
+  std::span<const double> values() const { return {values_.data(), size_}; }
+  std::span<double> values() { return {values_.data(), size_}; }
 
   void clear(std::size_t record) { std::fill_n((*this)[record], nSlots_, 0.0); }
   void clear() { std::fill(values_.begin(), values_.end(), 0.0); }
@@ -33,6 +34,7 @@ class RecordArray {
 
  private:
   std::size_t nSlots_ = 0;
+  std::size_t size_ = 0;
   std::vector<double> values_;
 };
 

@@ -36,10 +36,35 @@ std::vector<std::vector<index_t>> independentGroups(const JacobianPattern& patte
   return groups;
 }
 
+/// On a grid whose cells act on their neighbours in a row or column only, five groups are enough: cells of
+/// the same colour are a knight's move or more apart.
+std::vector<std::vector<index_t>> latticeGroups(const std::vector<JacobianPattern::Place>& places) {
+  constexpr std::size_t COLOURS = 5;
+  std::vector<std::vector<index_t>> groups(COLOURS);
+  for (std::size_t cell = 0; cell < places.size(); ++cell)
+    groups[(places[cell][0] + 2 * static_cast<std::size_t>(places[cell][1])) % COLOURS].push_back(
+        count(cell));
+  return groups;
+}
+
+index_t distance(index_t a, index_t b) {
+  return std::max(a, b) - std::min(a, b);
+}
+
+/// Whether each of the pairs are neighbours in a row or column.
+bool isLattice(const std::vector<JacobianPattern::Place>& places,
+               const std::vector<std::pair<index_t, index_t>>& pairs) {
+  return !places.empty() && std::all_of(pairs.begin(), pairs.end(), [&places](const auto& pair) {
+    const auto& [a, b] = pair;
+    return distance(places[a][0], places[b][0]) + distance(places[a][1], places[b][1]) == 1;
+  });
+}
+
 }  // namespace
 
 JacobianPattern JacobianPattern::of(std::size_t nCells, std::size_t blockSize,
-                                    const std::vector<std::pair<index_t, index_t>>& pairs) {
+                                    const std::vector<std::pair<index_t, index_t>>& pairs,
+                                    std::vector<Place> places) {
   std::vector<std::vector<index_t>> rows(nCells);
   for (std::size_t cell = 0; cell < nCells; ++cell) rows[cell].push_back(count(cell));
   JacobianPattern pattern;
@@ -47,7 +72,7 @@ JacobianPattern JacobianPattern::of(std::size_t nCells, std::size_t blockSize,
   for (const auto& [left, right] : pairs) {
     rows[left].push_back(right);
     rows[right].push_back(left);
-    if (std::max(left, right) - std::min(left, right) > 1) pattern.isChain = false;
+    if (distance(left, right) > 1) pattern.isChain = false;
   }
   pattern.nCells = nCells;
   pattern.volume.assign(nCells, 1.0);
@@ -68,7 +93,9 @@ JacobianPattern JacobianPattern::of(std::size_t nCells, std::size_t blockSize,
   for (std::size_t row = 0; row < nCells; ++row)
     for (index_t p = pattern.rowStart[row]; p < pattern.rowStart[row + 1]; ++p)
       pattern.mirror[p] = next[pattern.column[p]]++;
-  pattern.groups = independentGroups(pattern);
+  const bool lattice = !pattern.isChain && isLattice(places, pairs);
+  pattern.groups = lattice ? latticeGroups(places) : independentGroups(pattern);
+  pattern.place = std::move(places);
   return pattern;
 }
 

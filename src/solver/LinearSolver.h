@@ -30,7 +30,7 @@ std::unique_ptr<LinearSolver> bandSolver(long mu);
 
 /// How the Newton matrix of blocks is solved.
 enum class BlockMethod {
-  CHAIN,   ///< block factors, exact for a chain of cells
+  BLOCK,   ///< complete block factors
   KRYLOV,  ///< iteration (GMRES) with the incomplete block factors as preconditioner
   SPARSE,  ///< complete sparse factors with exchange of rows
 };

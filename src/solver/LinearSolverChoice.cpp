@@ -24,8 +24,12 @@ JacobianPattern jacobianPattern(const VELMORA::CalculationData& data, int nEquat
   for (const VELMORA::Side& side : data.sides)
     if (side.elementLeft != nullptr && side.elementRight != nullptr)
       pairs.emplace_back(side.elementLeft->number, side.elementRight->number);
-  JacobianPattern pattern =
-      JacobianPattern::of(data.elements.size(), static_cast<std::size_t>(nEquations), pairs);
+  std::vector<JacobianPattern::Place> places;
+  for (const VELMORA::Element& e : data.elements)
+    places.push_back(
+        {static_cast<JacobianPattern::index_t>(e.i), static_cast<JacobianPattern::index_t>(e.j)});
+  JacobianPattern pattern = JacobianPattern::of(data.elements.size(), static_cast<std::size_t>(nEquations),
+                                                pairs, std::move(places));
   for (std::size_t e = 0; e < data.elements.size(); ++e) pattern.volume[e] = data.elements[e].volume;
   return pattern;
 }
@@ -39,16 +43,17 @@ int attachLinearSolver(Integrator& integrator, const VELMORA::CalculationData& d
   }
   JacobianPattern pattern = jacobianPattern(data, nEquations);
   const std::size_t size = pattern.nCells;
-  if (pattern.isChain && selected != VelSolverCVODESettings::L_KLU) {
-    tell("Linear solver: blocks of a chain of %1 elements.\n", size);
-    return integrator.attachBlockSolver(std::move(pattern), BlockMethod::CHAIN);
+  switch (selected) {
+    case VelSolverCVODESettings::L_KLU:
+      tell("Linear solver: sparse matrix of %1 elements.\n", size);
+      return integrator.attachBlockSolver(std::move(pattern), BlockMethod::SPARSE);
+    case VelSolverCVODESettings::L_GMRES:
+      tell("Linear solver: iteration with incomplete block factors of %1 elements.\n", size);
+      return integrator.attachBlockSolver(std::move(pattern), BlockMethod::KRYLOV);
+    default:
+      tell("Linear solver: block factors of %1 elements.\n", size);
+      return integrator.attachBlockSolver(std::move(pattern), BlockMethod::BLOCK);
   }
-  if (selected != VelSolverCVODESettings::L_BLOCK) {
-    tell("Linear solver: sparse matrix of %1 elements.\n", size);
-    return integrator.attachBlockSolver(std::move(pattern), BlockMethod::SPARSE);
-  }
-  tell("Linear solver: iteration with incomplete block factors of %1 elements.\n", size);
-  return integrator.attachBlockSolver(std::move(pattern), BlockMethod::KRYLOV);
 }
 
 }  // namespace VELMORA_SOLVER

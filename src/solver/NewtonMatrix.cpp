@@ -8,10 +8,12 @@ namespace VELMORA_SOLVER {
 
 NewtonMatrix::NewtonMatrix(JacobianPattern pattern, Factors factors)
     : pattern_(std::move(pattern)), work_(pattern_.nUnknowns()), jacobian(pattern_) {
-  if (factors == Factors::BLOCKS)
-    blocks_ = std::make_unique<BlockFactor>(pattern_);
-  else
+  if (factors == Factors::SPARSE)
     sparse_ = std::make_unique<SparseFactor>(pattern_);
+  else
+    blocks_ = std::make_unique<BlockFactor>(pattern_, factors == Factors::BLOCKS || pattern_.isChain
+                                                          ? FactorPattern::complete(pattern_)
+                                                          : FactorPattern::incomplete(pattern_));
 }
 
 bool NewtonMatrix::factorise(double gamma) {

@@ -12,7 +12,11 @@ namespace VELMORA_SOLVER {
 /// The matrix I - gamma J of the integrator's Newton iteration with its factors.
 class NewtonMatrix {
  public:
-  enum class Factors { BLOCKS, SPARSE };
+  enum class Factors {
+    BLOCKS,      ///< complete, in blocks
+    INCOMPLETE,  ///< in blocks, without fill: rough on a grid
+    SPARSE       ///< complete, with exchange of rows
+  };
 
   NewtonMatrix(JacobianPattern pattern, Factors factors);
   NewtonMatrix(const NewtonMatrix&) = delete;
@@ -23,7 +27,7 @@ class NewtonMatrix {
   /// @return false when the matrix is singular
   bool factorise(double gamma);
 
-  /// Replaces b by x with F x = b for the factors F: exact for complete factors and for a chain of cells.
+  /// Replaces b by x with F x = b for the factors F.
   void solve(double* b);
 
   /// product = (I - gamma J) v
@@ -35,7 +39,7 @@ class NewtonMatrix {
   void balance(const double* b, double* x);
 
   /// Whether `solve` is exact.
-  bool isExact() const { return sparse_ != nullptr || pattern_.isChain; }
+  bool isExact() const { return sparse_ != nullptr || blocks_->isComplete(); }
 
  private:
   std::vector<double> totals(const double* v) const;

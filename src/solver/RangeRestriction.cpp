@@ -12,8 +12,6 @@ namespace VELMORA_SOLVER {
 
 namespace {
 
-constexpr double OVERFILL_WINDOW = 0.08;  // [kg/m3] room below which flows are throttled
-
 const char* const RANGE_ID = "[VelmoraCvodeSolver::restrictMoistureRange]";
 
 bool refuse() {

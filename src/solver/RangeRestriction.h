@@ -19,6 +19,8 @@ bool restrictMoistureRange(int element, double t, bool strict, double limit, dou
 /// @param t        time [s], for the message
 void restrictVOCRange(int element, double t, double& m);
 
+inline constexpr double OVERFILL_WINDOW = 0.08;  ///< [kg/m3] room below which flows are throttled
+
 /// Throttles the flows into an element that is almost full, down to nothing when it is full, and renews the
 /// sum of the moisture flows. Flows out of the element stay.
 /// @param room          moisture mass that the receiving element can still take [kg/m3]

@@ -15,10 +15,6 @@ std::size_t index(int number) {
   return static_cast<std::size_t>(number);
 }
 
-int numberOf(const Side* side) {
-  return side != nullptr ? side->number : -1;
-}
-
 const ModelSettings& checked(const ModelSettings& settings) {
   const char* const FUNC_ID = "[RightHandSide::RightHandSide]";
   if (!settings.equations.isValid())
@@ -42,7 +38,7 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
                              const POLLUTANT_LIB::PollutantLibrary* pollutants)
     : data_(data),
       settings_(checked(settings)),
-      traits_(elementTraits(data.elements, settings)),
+      traits_(elementTraits(data, settings)),
       models_(data),
       pollutant_(pollutantBalance(data, settings, pollutants)),
       decomposition_(settings_, traits_, state, pollutant_ ? &*pollutant_ : nullptr),
@@ -50,11 +46,16 @@ RightHandSide::RightHandSide(VELMORA::CalculationData& data, const ModelSettings
       boundaryFluxes_(data, settings_, traits_, state, records),
       sources_(data, settings_, traits_, state, records, models_, pollutant_ ? &*pollutant_ : nullptr) {
   sizeArrays();
+  changed_.resize(data_.elements.size());
   if (pollutant_) pollutantFluxes_.emplace(data, settings_, state, records, pollutant_->gasConstant());
   for (const Element& e : data_.elements) {
     if (e.material != nullptr) state.rhoCDry[index(e.number)] = e.material->rhoCDry();
+    const auto numberOf = [this](const Side* side) {
+      return static_cast<std::uint32_t>(side != nullptr ? index(side->number) : data_.sides.size());
+    };
     sideNumbers_.push_back(
         {numberOf(e.sideLeft), numberOf(e.sideTop), numberOf(e.sideRight), numberOf(e.sideBottom)});
+    if (e.sideTop != nullptr || e.sideBottom != nullptr) hasHorizontalSides_ = true;
     invVolume_.push_back(1.0 / e.volume);
   }
   for (const Side& side : data_.sides)
@@ -111,46 +112,59 @@ int RightHandSide::calculateFluxesAndSources(double t, const double* y) {
   return 0;
 }
 
+/// Takes the conserved quantities out of the state vector and collects the elements where one has changed.
+template <std::size_t N>
+void RightHandSide::takeConserved(const std::array<double*, N>& arrays, const double* y) {
+  const std::size_t nElements = data_.elements.size();
+  std::uint8_t* const decomposed = state.decomposed.data();
+  std::uint32_t* const changedElements = changed_.data();
+  std::size_t nChanged = 0;
+  for (std::size_t e = 0; e < nElements; ++e, y += N) {
+    bool changed = N == 1 || decomposed[e] == 0;
+    for (std::size_t k = 0; k < N; ++k) {
+      changed |= y[k] != arrays[k][e];
+      arrays[k][e] = y[k];
+    }
+    if (!changed) continue;
+    changedElements[nChanged++] = static_cast<std::uint32_t>(e);
+    decomposed[e] = 0;
+  }
+  nChanged_ = nChanged;
+}
+
 /// Decomposes all elements. An element whose state has not changed since its last decomposition is left as it
 /// is, if it has more than one state variable.
 int RightHandSide::extractStateVariables(double t, const double* y) {
-  const char* const FUNC_ID = "[VelmoraCvodeSolver::extractStateVariables]";
-  const bool mayBeUnchanged = settings_.equations.nEquationsPerElement > 1;
-  for (std::size_t e = 0; e < data_.elements.size(); ++e) {
-    const bool changed = takeState(e, y);
-    if (mayBeUnchanged && !changed && state.decomposed[e] != 0) continue;
-    const int code = decomposition_.decompose(e, t);
-    state.decomposed[e] = code == 0 ? 1 : 0;
-    if (code == 0) continue;
-    const Element& element = data_.elements[e];
-    TKL::message(TKL::FormatString("Decomposition algorithm reported recoverable error: %1 (time step too "
-                                   "large?) in element %2 (coordinates: %3, %4)!\n")
-                     .arg(code)
-                     .arg(element.number)
-                     .arg(element.x)
-                     .arg(element.y),
-                 TKL::MSG_ERROR, FUNC_ID, 1);
-    return code;
-  }
+  double* const U = state.U.data();
+  double* const mw = state.mw.data();
+  const bool energy = settings_.equations.has(BE_ENERGY);
+  const bool moisture = settings_.equations.has(BE_MOISTURE);
+  if (pollutant_ && moisture)
+    takeConserved<4>({U, mw, state.mVOC1.data(), state.mVOC2.data()}, y);
+  else if (pollutant_)
+    takeConserved<3>({U, state.mVOC1.data(), state.mVOC2.data()}, y);
+  else if (energy && moisture)
+    takeConserved<2>({U, mw}, y);
+  else
+    takeConserved<1>({energy ? U : mw}, y);
+  const std::span<const std::uint32_t> changed(changed_.data(), nChanged_);
+  if (const auto failed = decomposition_.decompose(changed, t)) return reportFailed(data_.elements[*failed]);
+  for (const std::uint32_t e : changed) state.decomposed[e] = 1;
   return 0;
 }
 
-/// Copies the conserved quantities of an element out of the state vector.
-/// @return whether one of them differs from the last ones
-bool RightHandSide::takeState(std::size_t element, const double* y) {
-  const double* value = y + element * index(settings_.equations.nEquationsPerElement);
-  bool changed = false;
-  const auto take = [&](double& stored) {
-    changed = changed || *value != stored;
-    stored = *value++;
-  };
-  if (settings_.equations.has(BE_ENERGY)) take(state.U[element]);
-  if (settings_.equations.has(BE_MOISTURE)) take(state.mw[element]);
-  if (pollutant_) {
-    take(state.mVOC1[element]);
-    take(state.mVOC2[element]);
-  }
-  return changed;
+/// Tells that the integrator is asked for a shorter step.
+int RightHandSide::reportFailed(const Element& element) {
+  const char* const FUNC_ID = "[VelmoraCvodeSolver::extractStateVariables]";
+  constexpr int RECOVERABLE = 1;
+  TKL::message(TKL::FormatString("Decomposition algorithm reported recoverable error: %1 (time step too "
+                                 "large?) in element %2 (coordinates: %3, %4)!\n")
+                   .arg(RECOVERABLE)
+                   .arg(element.number)
+                   .arg(element.x)
+                   .arg(element.y),
+               TKL::MSG_ERROR, FUNC_ID, 1);
+  return RECOVERABLE;
 }
 
 void RightHandSide::reportInternalBoundaryConditions() const {
@@ -171,18 +185,17 @@ void RightHandSide::pollutantRates(int position, double* ydot) const {
 /// Derivatives of the conserved quantity at `position` among those of an element.
 void RightHandSide::divergence(const RecordArray& fluxes, const RecordArray& sources, int position,
                                double* ydot) const {
-  const auto flow = [&fluxes](int side) { return side >= 0 ? fluxes[index(side)][0] : 0.0; };
   const std::size_t nEquations = index(settings_.equations.nEquationsPerElement);
-  for (std::size_t e = 0; e < invVolume_.size(); ++e) {
-    const SideNumbers& sides = sideNumbers_[e];
-    const double w = invVolume_[e];
-    double rate = 0.0;
-    rate += w * flow(sides.left);
-    rate += w * flow(sides.top);
-    rate -= w * flow(sides.right);
-    rate -= w * flow(sides.bottom);
-    rate += sources[e][0];
-    ydot[e * nEquations + index(position)] = rate;
+  const std::size_t nElements = invVolume_.size();
+  const bool hasHorizontalSides = hasHorizontalSides_;
+  const SideNumbers* const sideNumbers = sideNumbers_.data();
+  const double* const invVolume = invVolume_.data();
+  double* rate = ydot + position;
+  for (std::size_t e = 0; e < nElements; ++e, rate += nEquations) {
+    const SideNumbers& sides = sideNumbers[e];
+    double inflow = fluxes[sides.left][0] - fluxes[sides.right][0];
+    if (hasHorizontalSides) inflow += fluxes[sides.top][0] - fluxes[sides.bottom][0];
+    *rate = invVolume[e] * inflow + sources[e][0];
   }
 }
 

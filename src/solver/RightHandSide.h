@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -56,15 +58,17 @@ class RightHandSide : public OdeSystem {
   FluxRecords records;  ///< flows and sources of the last evaluation
 
  private:
-  /// Numbers of the sides of an element, -1 where there is none.
+  /// Numbers of the sides of an element; behind the last one for a side that is not there.
   struct SideNumbers {
-    int left, top, right, bottom;
+    std::uint32_t left, top, right, bottom;
   };
 
   void sizeArrays();
   void reportInternalBoundaryConditions() const;
   int extractStateVariables(double t, const double* y);
-  bool takeState(std::size_t element, const double* y);
+  template <std::size_t N>
+  void takeConserved(const std::array<double*, N>& arrays, const double* y);
+  static int reportFailed(const VELMORA::Element& element);
   void pollutantRates(int position, double* ydot) const;
   void divergence(const RecordArray& fluxes, const RecordArray& sources, int position, double* ydot) const;
 
@@ -78,7 +82,11 @@ class RightHandSide : public OdeSystem {
   BoundaryFluxes boundaryFluxes_;
   std::optional<PollutantFluxes> pollutantFluxes_;
   Sources sources_;
+  std::vector<std::uint32_t>
+      changed_;               ///< elements with another state than in the last evaluation come first
+  std::size_t nChanged_ = 0;  ///< how many
   std::vector<SideNumbers> sideNumbers_;  ///< by element
+  bool hasHorizontalSides_ = false;       ///< else all elements lie in one row, without flows across it
   std::vector<double> invVolume_;         ///< [1/m3] by element
   int nInternalBoundarySides_ = 0;        ///< inner sides with a boundary condition, which is ignored
 };

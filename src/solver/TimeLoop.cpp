@@ -151,8 +151,7 @@ void VelmoraCvodeSolver::abortBehindStep(int flag, double h) {
 void VelmoraCvodeSolver::finishStep(double h) {
   accumulateStepFluxes(h);
   freezeThaw_.update(t, rhs_->state);
-  if (equations_.code == (BE_ENERGY | BE_MOISTURE))
-    outputArrays_.noteErrors(integrator_.errorWeights(), integrator_.localErrors());
+  if (showsLocalErrors_) outputArrays_.noteErrors(integrator_.errorWeights(), integrator_.localErrors());
 }
 
 /// Writes the outputs of all output times inside the last step. The restart file stands for the end of the

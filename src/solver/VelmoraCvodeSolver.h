@@ -140,6 +140,7 @@ class VelmoraCvodeSolver : public OdeSystem {
   std::unique_ptr<PollutantMassFile> pollutantMassFile_;  ///< null without a pollutant balance
   std::vector<int> integratedSides_;                      ///< whose flows go into the file of sums
   OutputArrays outputArrays_;
+  bool showsLocalErrors_ = false;       ///< some output shows the estimated errors of the steps
   std::optional<NotFinite> notFinite_;  ///< found in the step that is being tried
   VELMORA::AirFlowLibrary airFlow_;     ///< empty without an air balance
   Integrator integrator_;

@@ -342,6 +342,9 @@ void VelmoraCvodeSolver::configureIntegrator() {
 
 void VelmoraCvodeSolver::initOutputTimes() {
   stepwiseOutputs = outputs_->needsEveryStep();
+  showsLocalErrors_ = equations_.code == (BE_ENERGY | BE_MOISTURE) &&
+                      (outputs_->shows(VELMORA::VelOutputFormat::Q_LOCALERROR_U) ||
+                       outputs_->shows(VELMORA::VelOutputFormat::Q_LOCALERROR_MWV));
   const std::size_t nSides = data_.sides.size();
   stepSums_.heatFlux = RecordArray(nSides, VELMORA::NUM_HF);
   stepSums_.moistureFlux = RecordArray(nSides, VELMORA::NUM_MF);

@@ -13,18 +13,23 @@ std::size_t searched(const std::vector<double>& x, double at) {
   return static_cast<std::size_t>(std::lower_bound(x.begin(), x.end(), at) - x.begin());
 }
 
-/// At all values, beside them, and at random ones between.
-void expectSameAsSearch(const std::vector<double>& x) {
+/// At all values, beside them, and at random ones between; a table without an index covers nothing.
+void expectSameAsSearch(const std::vector<double>& x, bool hasIndex = true) {
   const IntervalIndex index(x);
+  EXPECT_EQ(index.covers(x.back()), hasIndex);
   std::mt19937 random(7);
   std::uniform_real_distribution<double> between(x.front(), x.back());
   const double infinity = std::numeric_limits<double>::infinity();
   for (const double value : x)
-    for (const double at : {value, std::nextafter(value, -infinity), std::nextafter(value, infinity)})
-      ASSERT_EQ(index.firstNotBelow(x, std::min(at, x.back())), searched(x, std::min(at, x.back()))) << at;
+    for (const double at : {value, std::nextafter(value, -infinity), std::nextafter(value, infinity)}) {
+      ASSERT_TRUE(!index.covers(at) || (at > x.front() && at <= x.back()));
+      if (!index.covers(at)) continue;
+      ASSERT_EQ(index.firstNotBelow(x.data(), at), searched(x, at)) << at;
+    }
   for (int i = 0; i < 2000; ++i) {
     const double at = between(random);
-    ASSERT_EQ(index.firstNotBelow(x, at), searched(x, at)) << at;
+    if (!index.covers(at)) continue;
+    ASSERT_EQ(index.firstNotBelow(x.data(), at), searched(x, at)) << at;
   }
 }
 
@@ -52,7 +57,7 @@ TEST(IntervalIndex, crowdBesideASingleValue_isFoundLikeByHalves) {
 TEST(IntervalIndex, neighbouringNumbers_areFoundLikeByHalves) {
   std::vector<double> x = {1.0};
   while (x.size() < 20) x.push_back(std::nextafter(x.back(), 2.0));
-  expectSameAsSearch(x);
+  expectSameAsSearch(x, false);
 }
 
 TEST(IntervalIndex, twoValues_areFoundLikeByHalves) {
@@ -61,17 +66,17 @@ TEST(IntervalIndex, twoValues_areFoundLikeByHalves) {
 
 TEST(IntervalIndex, subnormalAndHugeRanges_areFoundLikeByHalves) {
   const double tiny = std::numeric_limits<double>::denorm_min();
-  expectSameAsSearch({0.0, tiny, 2 * tiny, 3 * tiny});
+  expectSameAsSearch({0.0, tiny, 2 * tiny, 3 * tiny}, false);
   const double huge = 0.9 * std::numeric_limits<double>::max();
   const std::vector<double> x = {-huge, 0.0, 1.0, huge};
-  const IntervalIndex index(x);
-  for (const double at : {-huge, -1.0, 0.0, 0.5, 1.0, 2.0, huge})
-    EXPECT_EQ(index.firstNotBelow(x, at), searched(x, at)) << at;
+  EXPECT_FALSE(IntervalIndex(x).covers(0.5));
 }
 
-TEST(IntervalIndex, notANumber_isInFrontOfAll) {
-  const std::vector<double> x = {1.0, 2.0, 3.0, 4.0};
-  EXPECT_EQ(IntervalIndex(x).firstNotBelow(x, std::nan("")), 0U);
+TEST(IntervalIndex, whatIsNotBetweenTheEnds_isNotCovered) {
+  const IntervalIndex index({1.0, 2.0, 3.0, 4.0});
+  for (const double at : {std::nan(""), 0.5, 1.0, 4.1}) EXPECT_FALSE(index.covers(at)) << at;
+  EXPECT_FALSE(IntervalIndex().covers(0.0));
+  EXPECT_FALSE(IntervalIndex({1.0}).covers(1.0));
 }
 
 }  // namespace TKL

@@ -93,11 +93,12 @@ TEST(VelSolverCVODESettings, linearSolver_isOneOfItsWords) {
   EXPECT_EQ(readCvode("LINEAR_SOLVER = BAND").linearSolver, VelSolverCVODESettings::L_BAND);
   EXPECT_EQ(readCvode("LINEAR_SOLVER = KLU").linearSolver, VelSolverCVODESettings::L_KLU);
   EXPECT_EQ(readCvode("LINEAR_SOLVER = BLOCK").linearSolver, VelSolverCVODESettings::L_BLOCK);
+  EXPECT_EQ(readCvode("LINEAR_SOLVER = GMRES").linearSolver, VelSolverCVODESettings::L_GMRES);
 }
 
 TEST(VelSolverCVODESettings, unknownLinearSolver_throws) {
   EXPECT_EQ(thrownBy([] { readCvode("LINEAR_SOLVER = block"); }),
-            (Thrown{"Unknown linear solver 'block', expected one of AUTO, BAND, KLU, BLOCK.",
+            (Thrown{"Unknown linear solver 'block', expected one of AUTO, BAND, KLU, BLOCK, GMRES.",
                     "[VelSolverCVODESettings::read]"}));
 }
 

@@ -21,9 +21,19 @@ inline std::vector<std::pair<JacobianPattern::index_t, JacobianPattern::index_t>
   return pairs;
 }
 
+/// Columns and rows of its cells.
+inline std::vector<JacobianPattern::Place> gridPlaces(JacobianPattern::index_t nx,
+                                                      JacobianPattern::index_t ny) {
+  std::vector<JacobianPattern::Place> places;
+  for (JacobianPattern::index_t j = 0; j < ny; ++j)
+    for (JacobianPattern::index_t i = 0; i < nx; ++i) places.push_back({i, j});
+  return places;
+}
+
 inline JacobianPattern gridPattern(JacobianPattern::index_t nx, JacobianPattern::index_t ny,
                                    std::size_t blockSize) {
-  return JacobianPattern::of(static_cast<std::size_t>(nx) * ny, blockSize, gridPairs(nx, ny));
+  return JacobianPattern::of(static_cast<std::size_t>(nx) * ny, blockSize, gridPairs(nx, ny),
+                             gridPlaces(nx, ny));
 }
 
 /// A dense square matrix, row by row.

@@ -83,9 +83,14 @@ TEST(LinearSolver, blocksOfAChain_giveTheAnswersOfTheBand) {
   expectAnswersOfTheBand(1, "ENERGY", "BLOCK");
 }
 
-TEST(LinearSolver, iterationOnAGrid_givesTheAnswersOfTheBand) {
+TEST(LinearSolver, blocksOfAGrid_giveTheAnswersOfTheBand) {
   expectAnswersOfTheBand(5, "ENERGY MOISTURE", "BLOCK");
   expectAnswersOfTheBand(5, "ENERGY", "BLOCK");
+}
+
+TEST(LinearSolver, iterationOnAGrid_givesTheAnswersOfTheBand) {
+  expectAnswersOfTheBand(5, "ENERGY MOISTURE", "GMRES");
+  expectAnswersOfTheBand(5, "ENERGY", "GMRES");
 }
 
 TEST(LinearSolver, sparseMatrix_givesTheAnswersOfTheBand) {
@@ -99,9 +104,10 @@ TEST(LinearSolver, automaticChoice_givesTheAnswersOfTheBand) {
 }
 
 TEST(LinearSolver, choice_isTold) {
-  EXPECT_EQ(linearSolverMessage(1, "AUTO"), "Linear solver: blocks of a chain of 12 elements.\n");
-  EXPECT_EQ(linearSolverMessage(5, "AUTO"), "Linear solver: sparse matrix of 60 elements.\n");
-  EXPECT_EQ(linearSolverMessage(5, "BLOCK"),
+  EXPECT_EQ(linearSolverMessage(1, "AUTO"), "Linear solver: block factors of 12 elements.\n");
+  EXPECT_EQ(linearSolverMessage(5, "AUTO"), "Linear solver: block factors of 60 elements.\n");
+  EXPECT_EQ(linearSolverMessage(5, "BLOCK"), "Linear solver: block factors of 60 elements.\n");
+  EXPECT_EQ(linearSolverMessage(5, "GMRES"),
             "Linear solver: iteration with incomplete block factors of 60 elements.\n");
   EXPECT_EQ(linearSolverMessage(5, "KLU"), "Linear solver: sparse matrix of 60 elements.\n");
   EXPECT_EQ(linearSolverMessage(1, "BAND"), "Linear solver: band matrix with half bandwidth 3.\n");

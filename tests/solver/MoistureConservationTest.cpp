@@ -118,7 +118,7 @@ TEST(MoistureConservation, sealedConstruction_keepsWaterAndEnergy) {
 }
 
 TEST(MoistureConservation, everyLinearSolver_keepsWaterAndEnergy) {
-  for (const char* const solver : {"BAND", "KLU", "BLOCK"}) {
+  for (const char* const solver : {"BAND", "KLU", "BLOCK", "GMRES"}) {
     SCOPED_TRACE(solver);
     expectSealed(std::string("LINEAR_SOLVER = ") + solver + "\n");
   }

@@ -64,10 +64,37 @@ TEST(NewtonMatrix, blocksOfAChain_areSolvedExactly) {
   }
 }
 
-TEST(NewtonMatrix, blocksOfAGrid_areSolvedRoughly) {
-  const JacobianPattern pattern = gridPattern(12, 12, 2);
+TEST(NewtonMatrix, blocksOfAGrid_areSolvedExactly) {
+  for (const std::size_t n : {1U, 2U, 3U, 4U}) {
+    const JacobianPattern pattern = gridPattern(11, 8, n);
+    NewtonMatrix matrix(pattern, NewtonMatrix::Factors::BLOCKS);
+    EXPECT_TRUE(matrix.isExact());
+    for (const unsigned seed : {5U, 6U}) {
+      const DenseMatrix A = randomRates(pattern, seed);
+      setJacobian(matrix, A);
+      ASSERT_TRUE(matrix.factorise(0.1));  // as in a run, the diagonal dominates
+      EXPECT_LT(newtonError(matrix, A, 0.1), 1e-10) << n;
+    }
+  }
+}
+
+// pairs that are no neighbours in the grid need fill of their own
+TEST(NewtonMatrix, blocksOfAnyPattern_areSolvedExactly) {
+  auto pairs = gridPairs(6, 5);
+  pairs.emplace_back(0, 29);
+  pairs.emplace_back(7, 20);
+  const JacobianPattern pattern = JacobianPattern::of(30, 2, pairs, gridPlaces(6, 5));
   const DenseMatrix A = randomRates(pattern, 5);
   NewtonMatrix matrix(pattern, NewtonMatrix::Factors::BLOCKS);
+  setJacobian(matrix, A);
+  ASSERT_TRUE(matrix.factorise(NEWTON_GAMMA));
+  EXPECT_LT(newtonError(matrix, A, NEWTON_GAMMA), 1e-10);
+}
+
+TEST(NewtonMatrix, incompleteBlocksOfAGrid_areSolvedRoughly) {
+  const JacobianPattern pattern = gridPattern(12, 12, 2);
+  const DenseMatrix A = randomRates(pattern, 5);
+  NewtonMatrix matrix(pattern, NewtonMatrix::Factors::INCOMPLETE);
   EXPECT_FALSE(matrix.isExact());
   setJacobian(matrix, A);
   ASSERT_TRUE(matrix.factorise(0.05));
@@ -108,7 +135,7 @@ TEST(NewtonMatrix, balance_makesTheTotalsOfTheResidualVanish) {
   for (std::size_t cell = 0; cell < pattern.nCells; ++cell)
     pattern.volume[cell] = 1.0 + 0.2 * static_cast<double>(cell % 5);
   const DenseMatrix A = randomRates(pattern, 5);
-  NewtonMatrix matrix(pattern, NewtonMatrix::Factors::BLOCKS);
+  NewtonMatrix matrix(pattern, NewtonMatrix::Factors::INCOMPLETE);
   setJacobian(matrix, A);
   ASSERT_TRUE(matrix.factorise(0.05));
   const std::vector<double> b = newtonProduct(A, newtonSolution(A.n), 0.05);

@@ -84,7 +84,7 @@ TEST_F(SolverInitTest, messages_comeInOrderWithTheirLevels) {
       {"Number of balance equations per element: 1\n", 2},
       {"Setting initial conditions\n", 1},
       {"Initializing CVODE integrator\n", 1},
-      {"Linear solver: blocks of a chain of 2 elements.\n", 2},
+      {"Linear solver: block factors of 2 elements.\n", 2},
       {COEFFICIENT + "0.01\n", 1},
   };
   EXPECT_EQ(told, expected);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstddef>
+
+namespace TKL {
+
+// Functions of whole arrays, several values at a time where the machine can: the vector mathematics of the C
+// library on x86-64, at half the effort of single calls. Relative error below 1e-15 (about four units in the
+// last place). Input and output are the same array or do not overlap.
+
+/// y[i] = exp(x[i]). NaN gives NaN.
+void exponentials(const double* x, double* y, std::size_t n);
+
+/// `pSat` [Pa] of temperatures [K] from 124.6 K up.
+void saturationPressures(const double* T, double* p, std::size_t n);
+
+}  // namespace TKL
