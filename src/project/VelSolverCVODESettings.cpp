@@ -44,16 +44,15 @@ constexpr Entry<bool> SWITCHES[] = {
 VelSolverCVODESettings::linear_solver_t linearSolverOf(const std::string& word) {
   const char* const FUNC_ID = "[VelSolverCVODESettings::read]";
   constexpr std::pair<const char*, VelSolverCVODESettings::linear_solver_t> WORDS[] = {
-      {"AUTO", VelSolverCVODESettings::L_AUTO},
-      {"BAND", VelSolverCVODESettings::L_BAND},
-      {"KLU", VelSolverCVODESettings::L_KLU},
-      {"BLOCK", VelSolverCVODESettings::L_BLOCK},
+      {"AUTO", VelSolverCVODESettings::L_AUTO},   {"BAND", VelSolverCVODESettings::L_BAND},
+      {"KLU", VelSolverCVODESettings::L_KLU},     {"BLOCK", VelSolverCVODESettings::L_BLOCK},
       {"GMRES", VelSolverCVODESettings::L_GMRES},
   };
   for (const auto& [name, value] : WORDS)
     if (word == name) return value;
   throw TKL::Exception(
-      TKL::FormatString("Unknown linear solver '%1', expected one of AUTO, BAND, KLU, BLOCK, GMRES.").arg(word),
+      TKL::FormatString("Unknown linear solver '%1', expected one of AUTO, BAND, KLU, BLOCK, GMRES.")
+          .arg(word),
       FUNC_ID);
 }
 
