@@ -9,6 +9,7 @@
 #include "foundation/Message.h"
 #include "material/Material.h"
 #include "solver/StopRequest.h"
+#include "solver/VectorOperations.h"
 #include "solver/VelmoraCvodeSolver.h"
 
 namespace VELMORA_SOLVER {
@@ -249,15 +250,13 @@ void VelmoraCvodeSolver::reportLargestErrors() {
 
 void VelmoraCvodeSolver::accumulateStepFluxes(double h) {
   if (!stepwiseOutputs) return;
-  const auto add = [h](RecordArray& sums, const RecordArray& flows) {
-    const auto from = flows.values();
-    const auto to = sums.values();
-    for (std::size_t i = 0; i < from.size(); ++i) to[i] += h * from[i];
-  };
-  add(stepSums_.heatFlux, rhs_->records.heatFlux);
-  add(stepSums_.moistureFlux, rhs_->records.moistureFlux);
-  add(stepSums_.vocFlux, rhs_->records.vocFlux);
-  add(stepSums_.additionalFlux, rhs_->records.additionalFlux);
+  const FluxRecords& flows = rhs_->records;
+  if (equations_.has(BE_ENERGY)) addMultiple(h, flows.heatFlux.values(), stepSums_.heatFlux.values());
+  if (equations_.has(BE_MOISTURE)) {
+    addMultiple(h, flows.moistureFlux.values(), stepSums_.moistureFlux.values());
+    addMultiple(h, flows.additionalFlux.values(), stepSums_.additionalFlux.values());  // of rain
+  }
+  if (equations_.has(BE_POLLUTANT)) addMultiple(h, flows.vocFlux.values(), stepSums_.vocFlux.values());
 }
 
 void VelmoraCvodeSolver::writeDueOutputs() {

@@ -58,10 +58,12 @@ bool writeAll(int descriptor, const std::string& text) {
   return true;
 }
 
+/// Writes a whole file, over what it may hold.
 void writeText(const TKL::Path& path, const std::string& text, bool flush) {
-  OpenFile file(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC);
+  OpenFile file(path, O_WRONLY | O_CREAT | O_CLOEXEC);
   if (!file.isOpen()) failedCall("create", path);
   if (!writeAll(file.descriptor(), text)) failedCall("write", path);
+  if (::ftruncate(file.descriptor(), static_cast<off_t>(text.size())) != 0) failedCall("write", path);
   if (flush && ::fsync(file.descriptor()) != 0) failedCall("flush", path);
   if (!file.close()) failedCall("close", path);
 }
@@ -85,12 +87,15 @@ TwoGenerationFile::TwoGenerationFile(const TKL::Path& folder, const std::string&
 void TwoGenerationFile::write(const std::string& text) {
   const bool flush = !sinceFlush_ || sinceFlush_->difference() >= flushInterval_;
   const TKL::StopWatch writing;
+  // The old backup is written over. A file of its own for every output time, and a name taken from another
+  // file, would cost several times as much.
+  if (std::rename(backup_.str().c_str(), unfinished_.str().c_str()) != 0 && errno != ENOENT)
+    failedCall("rename", backup_);
   writeText(unfinished_, text, flush);
   if (flush) {
     flushInterval_ = std::max(SHORTEST_INTERVAL, writing.difference() / WAITING_SHARE);
     sinceFlush_.emplace();
   }
-  // Renaming replaces the old backup in one step.
   if (std::rename(file_.str().c_str(), backup_.str().c_str()) != 0 && errno != ENOENT)
     failedCall("rename", file_);
   if (std::rename(unfinished_.str().c_str(), file_.str().c_str()) != 0) failedCall("rename", unfinished_);

@@ -8,17 +8,18 @@
 
 namespace VELMORA_SOLVER {
 
-/// A small file that is rewritten again and again, with the last one but one as "<name>.backup". A new text
-/// is written to a third name and then renamed, so that at every instant one of the two names holds a
-/// complete one, whatever stops the program. It is forced to disk before it is renamed, but at most once per
-/// second of real time, and more rarely on a slow disk: that guards against a power cut without making a fast
-/// run wait for the disk at each output.
+/// A small file that is rewritten again and again, with the last one but one as "<name>.backup". The old
+/// backup gets a third name and is written over with the new text; then the file becomes the backup and the
+/// new text the file. So at every instant one of the two names holds a complete text, whatever stops the
+/// program. It is forced to disk before it is renamed, but at most once per second of real time, and more
+/// rarely on a slow disk: that guards against a power cut without making a fast run wait for the disk at each
+/// output.
 class TwoGenerationFile {
  public:
   TwoGenerationFile(const TKL::Path& folder, const std::string& name);
 
   /// Replaces the file and moves the last one to the backup.
-  /// @throws TKL::Exception that names path and reason; both generations stay as they are or change places
+  /// @throws TKL::Exception that names path and reason; the last text stays, as the file or as the backup
   void write(const std::string& text);
 
   /// Forces the file and its name to disk, if the last `write` has not done it.

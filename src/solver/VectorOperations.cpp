@@ -2,6 +2,7 @@
 
 #include <nvector/nvector_serial.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -18,6 +19,10 @@ namespace {
 
 std::size_t length(N_Vector v) {
   return static_cast<std::size_t>(NV_LENGTH_S(v));
+}
+
+void fill(double value, N_Vector zVector) {
+  std::fill_n(NV_DATA_S(zVector), length(zVector), value);
 }
 
 void linearSum(double a, N_Vector xVector, double b, N_Vector yVector, N_Vector zVector) {
@@ -88,11 +93,20 @@ double wrmsNorm(N_Vector xVector, N_Vector wVector) {
 }  // namespace
 
 void useFastOperations(N_Vector vector) {
+  vector->ops->nvconst = fill;
   vector->ops->nvlinearsum = linearSum;
   vector->ops->nvscale = scale;
   vector->ops->nvprod = product;
   vector->ops->nvdotprod = dotProduct;
   vector->ops->nvwrmsnorm = wrmsNorm;
+}
+
+void addMultiple(double factor, std::span<const double> values, std::span<double> sums) {
+  const std::size_t n = values.size();
+  const double* x = values.data();
+  double* y = sums.data();
+  INDEPENDENT
+  for (std::size_t i = 0; i < n; ++i) y[i] += factor * x[i];
 }
 
 bool errorWeights(double relative, N_Vector yVector, N_Vector absoluteVector, N_Vector weightVector) {

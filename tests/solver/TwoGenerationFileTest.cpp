@@ -21,18 +21,36 @@ TEST(TwoGenerationFile, keepsTheLastTextAndTheOneBefore) {
   EXPECT_FALSE(std::filesystem::exists(folder.file("state.new")));
 }
 
-TEST(TwoGenerationFile, fullDisk_isNamedAndLeavesBothGenerations) {
+TEST(TwoGenerationFile, shorterText_leavesNothingOfALongerOne) {
+  const TKL::TempFolder folder;
+  TwoGenerationFile file(folder.path().string(), "state");
+  for (const char* const text : {"a long text", "another text", "short"}) file.write(text);
+  EXPECT_EQ(folder.read("state"), "short");
+  EXPECT_EQ(folder.read("state.backup"), "another text");
+}
+
+TEST(TwoGenerationFile, textLeftByAKilledRun_isWrittenOver) {
+  const TKL::TempFolder folder;
+  folder.write("state.new", "half of some long text");
+  TwoGenerationFile file(folder.path().string(), "state");
+  file.write("one");
+  EXPECT_EQ(folder.read("state"), "one");
+  EXPECT_FALSE(std::filesystem::exists(folder.file("state.new")));
+}
+
+// the old backup is written over, the last text is not
+TEST(TwoGenerationFile, fullDisk_isNamedAndLeavesTheLastText) {
   const TKL::TempFolder folder;
   TwoGenerationFile file(folder.path().string(), "state");
   file.write("one");
   file.write("two");
-  std::filesystem::create_symlink("/dev/full", folder.file("state.new"));
+  std::filesystem::remove(folder.file("state.backup"));
+  std::filesystem::create_symlink("/dev/full", folder.file("state.backup"));
   EXPECT_EQ(
       TKL::thrownBy([&] { file.write("three"); }),
       (TKL::Thrown{"Cannot write restart file '" + folder.file("state.new") + "': No space left on device",
                    WRITE_STATE_ID}));
   EXPECT_EQ(folder.read("state"), "two");
-  EXPECT_EQ(folder.read("state.backup"), "one");
 }
 
 TEST(TwoGenerationFile, nameTakenByAFolder_isReported) {
@@ -41,7 +59,7 @@ TEST(TwoGenerationFile, nameTakenByAFolder_isReported) {
   file.write("one");
   std::filesystem::create_directories(folder.file("state.backup/inside"));
   EXPECT_EQ(TKL::thrownBy([&] { file.write("two"); }).text,
-            "Cannot rename restart file '" + folder.file("state") + "': Is a directory");
+            "Cannot create restart file '" + folder.file("state.new") + "': Is a directory");
   EXPECT_EQ(folder.read("state"), "one");
 }
 
