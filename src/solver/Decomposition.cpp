@@ -92,7 +92,7 @@ std::optional<std::size_t> Decomposition::decomposeHM(std::span<const std::uint3
   porous_.count = 0;
   nDone_ = 0;
   for (const std::uint32_t e : elements) {
-    mw[e] = std::max(0.0, mw[e]);
+    mw[e] = std::max(mw[e], 0.0);  // in this order what is not a number stays so, and is refused
     Theta[e] = mw[e] / TKL::RHO_W;
     if (hasEnergy_)
       T[e] = U[e] / (mw[e] * TKL::C_W + rhoCDry[e]);

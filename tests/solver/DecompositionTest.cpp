@@ -240,6 +240,13 @@ TEST_F(DecompositionTest, wildTemperature_asksForAShorterStep) {
   for (const double T : {125.0, 1999.0}) EXPECT_EQ(decompose(T, 100.0), 0) << T;
 }
 
+TEST_F(DecompositionTest, moistureThatIsNotANumber_asksForAShorterStep) {
+  build();
+  s.U[0] = 7e8;
+  s.mw[0] = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(decomposition->decompose(0, 0.0), 1);
+}
+
 TEST_F(DecompositionTest, energyAlone_takesTheMoistureAsItIs) {
   settings = moistSettings(BE_ENERGY);
   build();
