@@ -32,8 +32,7 @@ class IntervalIndex {
   std::size_t firstNotBelow(const double* x, double at) const {
     const std::uint32_t* const bounds = first_.data() + static_cast<std::ptrdiff_t>((at - front_) * scale_);
     std::size_t k = bounds[0];
-    if (isCrowded_ && bounds + 1 != first_.data() + first_.size())
-      k = static_cast<std::size_t>(std::lower_bound(x + bounds[0], x + bounds[1], at) - x);
+    if (isCrowded_) k = static_cast<std::size_t>(std::lower_bound(x + bounds[0], x + bounds[1], at) - x);
     while (x[k] < at) ++k;
     return k;
   }
