@@ -115,58 +115,87 @@ Array FieldValues::values(Format::field_t quantity, const Source& source) {
       FUNC_ID);
 }
 
-Array FieldValues::derived(Format::field_t quantity, const Source& source) {
-  scratch_.assign(elements_.size(), 0.0);
-  if (isHeatPipeQuantity(quantity)) return scratch_;  // a construction without heat pipes
-  for (std::size_t e = 0; e < elements_.size(); ++e) {
-    scratch_[e] = derivedValue(quantity, elements_[e], source);
-  }
+/// The values of a formula of the element and its number.
+template <class Formula>
+Array FieldValues::ofEach(const Formula& formula) {
+  scratch_.resize(elements_.size());
+  for (std::size_t e = 0; e < elements_.size(); ++e) scratch_[e] = formula(elements_[e], e);
   return scratch_;
 }
 
-double FieldValues::derivedValue(Format::field_t quantity, const Element& element,
-                                 const Source& source) const {
-  const auto e = static_cast<std::size_t>(element.number);
-  const MM::Material& material = *element.material;
+Array FieldValues::derived(Format::field_t quantity, const Source& source) {
   switch (quantity) {
     case Format::Q_WATERMASS:
-      return source.mw[e] - (source.rhoIce.empty() ? 0.0 : source.rhoIce[e]) - source.rhoVapour[e];
+      if (source.rhoIce.empty())
+        return ofEach([&](const Element&, std::size_t e) { return source.mw[e] - source.rhoVapour[e]; });
+      return ofEach([&](const Element&, std::size_t e) {
+        return source.mw[e] - source.rhoIce[e] - source.rhoVapour[e];
+      });
     case Format::Q_ULIQU:
-      return liquidMassFraction(material, source.Theta[e]);
+      return ofEach([&](const Element& element, std::size_t e) {
+        return liquidMassFraction(*element.material, source.Theta[e]);
+      });
     case Format::Q_SATDEGREE:
-      return saturationDegree(material, source.Theta[e]);
+      return ofEach([&](const Element& element, std::size_t e) {
+        return saturationDegree(*element.material, source.Theta[e]);
+      });
     case Format::Q_OVHWATCONT:
-      return overhygroscopicWaterContent(material, source.Theta[e], source.T[e], reference_);
-    case Format::Q_OVHWATMASS:
-      return TKL::RHO_W * overhygroscopicWaterContent(material, source.Theta[e], source.T[e], reference_);
+    case Format::Q_OVHWATMASS: {
+      const double density = quantity == Format::Q_OVHWATMASS ? TKL::RHO_W : 1.0;
+      return ofEach([&](const Element& element, std::size_t e) {
+        return density *
+               overhygroscopicWaterContent(*element.material, source.Theta[e], source.T[e], reference_);
+      });
+    }
     case Format::Q_HYGRIC_EXPANSION:
-      return hygricExpansion(material, source.Theta[e], source.T[e], reference_);
+      return ofEach([&](const Element& element, std::size_t e) {
+        return hygricExpansion(*element.material, source.Theta[e], source.T[e], reference_);
+      });
     case Format::Q_THERMAL_EXPANSION:
-      return thermalExpansion(material, source.T[e], reference_);
+      return ofEach([&](const Element& element, std::size_t e) {
+        return thermalExpansion(*element.material, source.T[e], reference_);
+      });
     case Format::Q_DEW_POINT:
-      return dewPoint(source.RH[e], source.T[e]);
-    case Format::Q_HEATSOURCE:
-      return source.heatSource.at(e, HS_SUM);
-    case Format::Q_MOISTSOURCE:
-      return source.moistureSource.at(e, MS_SUM);
-    case Format::Q_VOCSOURCE:
-      return source.vocSource1.at(e, VS1_SUM);
+      return ofEach([&](const Element&, std::size_t e) { return dewPoint(source.RH[e], source.T[e]); });
     case Format::Q_FREEZE_THAW:
-      return source.freezeThawCycles[e];
-    case Format::Q_HEATFLUXMEAN:
-      return meanFluxDensity(element, source.heatFlux, HF_CONDUCTION);
-    case Format::Q_AIRENTHALPYFLUX:
-      return meanFluxDensity(element, source.heatFlux, HF_AIR);
+      return ofEach([&](const Element&, std::size_t e) { return source.freezeThawCycles[e]; });
     case Format::Q_GASPRESS_DIFF:
-      return source.pAir[e] - NORMAL_AIR_PRESSURE;
-    case Format::Q_AIRFLUXMEAN:
-      return meanFluxDensity(element, RecordView{source.airMassFlux, 1}, 0);
-    case Format::Q_AIRFLUXMAX_X:
-      return maxFluxDensityX(element, source.airMassFlux, maxFluxDensityY(element, source.airMassFlux));
-    case Format::Q_AIRFLUXMAX_Y:
-      return maxFluxDensityY(element, source.airMassFlux);
+      return ofEach([&](const Element&, std::size_t e) { return source.pAir[e] - NORMAL_AIR_PRESSURE; });
     default:
-      return 0.0;
+      return derivedFromFlows(quantity, source);
+  }
+}
+
+/// Quantities of sources and of the flows through the sides; 0 for all that is left, the quantities of heat
+/// pipes, of which a construction without heat pipes has none.
+Array FieldValues::derivedFromFlows(Format::field_t quantity, const Source& source) {
+  const RecordView air{source.airMassFlux, 1};
+  switch (quantity) {
+    case Format::Q_HEATSOURCE:
+      return ofEach([&](const Element&, std::size_t e) { return source.heatSource.at(e, HS_SUM); });
+    case Format::Q_MOISTSOURCE:
+      return ofEach([&](const Element&, std::size_t e) { return source.moistureSource.at(e, MS_SUM); });
+    case Format::Q_VOCSOURCE:
+      return ofEach([&](const Element&, std::size_t e) { return source.vocSource1.at(e, VS1_SUM); });
+    case Format::Q_HEATFLUXMEAN:
+      return ofEach([&](const Element& element, std::size_t) {
+        return meanFluxDensity(element, source.heatFlux, HF_CONDUCTION);
+      });
+    case Format::Q_AIRENTHALPYFLUX:
+      return ofEach([&](const Element& element, std::size_t) {
+        return meanFluxDensity(element, source.heatFlux, HF_AIR);
+      });
+    case Format::Q_AIRFLUXMEAN:
+      return ofEach([&](const Element& element, std::size_t) { return meanFluxDensity(element, air, 0); });
+    case Format::Q_AIRFLUXMAX_X:
+      return ofEach([&](const Element& element, std::size_t) {
+        return maxFluxDensityX(element, source.airMassFlux, maxFluxDensityY(element, source.airMassFlux));
+      });
+    case Format::Q_AIRFLUXMAX_Y:
+      return ofEach(
+          [&](const Element& element, std::size_t) { return maxFluxDensityY(element, source.airMassFlux); });
+    default:
+      return ofEach([](const Element&, std::size_t) { return 0.0; });
   }
 }
 

@@ -26,8 +26,9 @@ class FieldValues {
 
  private:
   std::span<const double> derived(VelOutputFormat::field_t quantity, const OutputSource& source);
-  double derivedValue(VelOutputFormat::field_t quantity, const Element& element,
-                      const OutputSource& source) const;
+  std::span<const double> derivedFromFlows(VelOutputFormat::field_t quantity, const OutputSource& source);
+  template <class Formula>
+  std::span<const double> ofEach(const Formula& formula);
 
   std::span<const Element> elements_;
   ReferenceState reference_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <memory>
 #include <ostream>
 #include <vector>
 
@@ -40,11 +41,12 @@ void writeLittleEndian(char* out, double value) {
 }
 
 void writeBinaryRecord(double time, std::ostream& stream, const std::vector<double>& values) {
-  std::vector<char> bytes((values.size() + 1) * sizeof(double));
-  char* out = bytes.data();
+  const std::size_t size = (values.size() + 1) * sizeof(double);
+  const auto bytes = std::make_unique_for_overwrite<char[]>(size);
+  char* out = bytes.get();
   writeLittleEndian(out, time);
   for (const double value : values) writeLittleEndian(out += sizeof(double), value);
-  stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  stream.write(bytes.get(), static_cast<std::streamsize>(size));
   stream.flush();
 }
 
@@ -103,11 +105,9 @@ double mean(double sum, double measure) {
 
 void writeSingleValueField(double t, const VelOutputFile& file, std::ostream& stream,
                            std::span<const double> values) {
-  std::vector<double> shown;
-  shown.reserve(file.elements.size());
-  for (const Element* element : file.elements) {
-    shown.push_back(values[static_cast<std::size_t>(element->number)]);
-  }
+  std::vector<double> shown(file.elements.size());
+  for (std::size_t i = 0; i < shown.size(); ++i)
+    shown[i] = values[static_cast<std::size_t>(file.elements[i]->number)];
   convertFromBase(shown, file.format->valueUnit);
   if (file.format->spaceType != VelOutputFormat::S_SINGLE) {
     double sum = 0.0;

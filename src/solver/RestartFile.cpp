@@ -1,5 +1,6 @@
 #include "solver/RestartFile.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <fstream>
@@ -21,11 +22,19 @@ void appendFixed(std::string& text, double value, int decimals) {
   text.append(buffer, TKL::writeNumber(buffer, value, {std::chars_format::fixed, decimals}));
 }
 
+/// The numbers pass through a buffer, since appending each of them costs as much as its digits.
 void appendLine(std::string& text, const std::vector<double>& values, int decimals) {
+  constexpr std::size_t PIECE = 4096;
+  std::array<char, PIECE + TKL::MAX_NUMBER_TEXT + 1> piece;
+  char* out = piece.data();
   for (const double value : values) {
-    appendFixed(text, value, decimals);
-    text += ' ';
+    out = TKL::writeNumber(out, value, {std::chars_format::fixed, decimals});
+    *out++ = ' ';
+    if (out <= piece.data() + PIECE) continue;
+    text.append(piece.data(), out);
+    out = piece.data();
   }
+  text.append(piece.data(), out);
   text += '\n';
 }
 
