@@ -16,20 +16,14 @@ namespace {
 
 }  // namespace
 
-double f_log(double x) {
+void failLog(double x) {
   const char* const FUNC_ID = "[TKL::f_log]";
-  if (x <= 0) {
-    fail("Negative or zero value in log function, x = %1", x, FUNC_ID);
-  }
-  return std::log(x);
+  fail("Negative or zero value in log function, x = %1", x, FUNC_ID);
 }
 
-double f_log10(double x) {
+void failLog10(double x) {
   const char* const FUNC_ID = "[TKL::f_log10]";
-  if (x <= 0) {
-    fail("Negative or zero value in log function, x = %1", x, FUNC_ID);
-  }
-  return std::log10(x);
+  fail("Negative or zero value in log function, x = %1", x, FUNC_ID);
 }
 
 void failPow10(double x) {

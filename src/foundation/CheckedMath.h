@@ -11,14 +11,23 @@ inline constexpr double MAX_EXPONENT = 50;
 // Mathematical functions that fail in a reportable way instead of giving a NaN that surfaces far away. A
 // not-a-number argument passes through.
 
+/// They throw what the functions below throw for a value without a logarithm, or an exponent above
+/// MAX_EXPONENT.
+[[noreturn]] void failLog(double x);
+[[noreturn]] void failLog10(double x);
+[[noreturn]] void failPow10(double x);
+
 /// Natural logarithm. @throws Exception "Negative or zero value in log function, x = %1"
-double f_log(double x);
+inline double f_log(double x) {
+  if (x <= 0) failLog(x);
+  return std::log(x);
+}
 
 /// Decimal logarithm. @throws Exception "Negative or zero value in log function, x = %1"
-double f_log10(double x);
-
-/// Throws what `f_pow10` throws for an exponent above MAX_EXPONENT.
-[[noreturn]] void failPow10(double x);
+inline double f_log10(double x) {
+  if (x <= 0) failLog10(x);
+  return std::log10(x);
+}
 
 /// 10^x as exp(x ln 10), which takes half the time of `pow`; the relative error grows to 1e-14 at the largest
 /// exponent.

@@ -13,6 +13,18 @@ void exponentials(const double* x, double* y, std::size_t n) {
   for (std::size_t i = 0; i < n; ++i) y[i] = std::exp(x[i]);
 }
 
+std::array<double, 2> logarithms(std::array<double, 2> x) {
+#pragma GCC unroll 1  // as a loop, which becomes one call of the vector function
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = std::log(x[i]);
+  return x;
+}
+
+std::array<double, 2> decimalLogarithms(std::array<double, 2> x) {
+#pragma GCC unroll 1
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = std::log10(x[i]);
+  return x;
+}
+
 void saturationPressures(const double* T, double* p, std::size_t n) {
   for (std::size_t i = 0; i < n; ++i) {
     const SaturationLaw law = SaturationLaw::at(T[i]);

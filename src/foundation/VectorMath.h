@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 namespace TKL {
@@ -10,6 +11,11 @@ namespace TKL {
 
 /// y[i] = exp(x[i]). NaN gives NaN.
 void exponentials(const double* x, double* y, std::size_t n);
+
+/// Logarithms of two values, natural and decimal, at little more than the effort of one. Only numbers above 0
+/// have one.
+std::array<double, 2> logarithms(std::array<double, 2> x);
+std::array<double, 2> decimalLogarithms(std::array<double, 2> x);
 
 /// `pSat` [Pa] of temperatures [K] from 124.6 K up.
 void saturationPressures(const double* T, double* p, std::size_t n);

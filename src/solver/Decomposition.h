@@ -62,9 +62,10 @@ class Decomposition {
   void decomposeH(std::span<const std::uint32_t> elements);
   std::optional<std::size_t> decomposeHM(std::span<const std::uint32_t> elements, double t);
   void decomposeAir(std::size_t e);
-  bool takePorous(std::uint32_t e, double t);
+  // In line, since each element passes through them.
+  [[gnu::always_inline]] inline bool takePorous(std::uint32_t e, double t);
+  inline bool freeze(std::size_t e);
   void humidities();
-  bool freeze(std::size_t e);
   void transport();
   void liquidTransport(std::size_t e);
   [[noreturn]] static void failLiquidFunction(const MM::MoistureTransport& transport,

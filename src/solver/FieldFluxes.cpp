@@ -37,9 +37,13 @@ double byVelocity(const VelContactCond& contact, double velocity) {
   return slope * std::pow(velocity, exponent.value);
 }
 
+[[noreturn]] void failSlowing() {
+  throw TKL::Exception("Invalid parameter in Kv_res", MOISTURE_ID);
+}
+
 /// By how much a resistance slows the vapour, with x = K R / distance.
-double slowed(double x) {
-  if (x == -1.0) throw TKL::Exception("Invalid parameter in Kv_res", MOISTURE_ID);
+inline double slowed(double x) {
+  if (x == -1.0) failSlowing();
   return x + 1.0;
 }
 
@@ -114,31 +118,29 @@ void FieldFluxes::addAirSpace(InnerSide& inner) {
 void FieldFluxes::calculate() {
   const bool energy = settings_.equations.has(BE_ENERGY);
   const bool moisture = settings_.equations.has(BE_MOISTURE);
+  const bool air = settings_.equations.has(BE_AIR);
   if (energy && moisture)
-    calculateAll<true, true>();
+    air ? calculateSides<true, true, true>() : calculateSides<true, true, false>();
   else if (energy)
-    calculateAll<true, false>();
+    air ? calculateSides<true, false, true>() : calculateSides<true, false, false>();
   else if (moisture)
-    calculateAll<false, true>();
-}
-
-template <bool ENERGY, bool MOISTURE>
-void FieldFluxes::calculateAll() {
-  calculateSides<ENERGY, MOISTURE>();
-  if (settings_.equations.has(BE_AIR)) addAirConvection<ENERGY, MOISTURE>();
-  if (!MOISTURE || !settings_.preventOverfilling || !isAnyAlmostFull()) return;
+    air ? calculateSides<false, true, true>() : calculateSides<false, true, false>();
+  if (!moisture || !settings_.preventOverfilling || !isAnyAlmostFull()) return;
   for (const InnerSide& side : sides_) limitOverfilling(side);
 }
 
-/// Conduction, diffusion and the flow of liquid, with the enthalpy that they carry. All sides go the same way
-/// through the same formulas; the flows of a special side are replaced in between.
-template <bool ENERGY, bool MOISTURE>
+/// Conduction, diffusion, the flow of liquid and the vapour in the air that passes, with the enthalpy that
+/// they carry. All sides go the same way through the same formulas; the flows of a special side are replaced
+/// in between.
+template <bool ENERGY, bool MOISTURE, bool AIR>
 void FieldFluxes::calculateSides() {
   const double* const T = state_.T.data();
   const double* const lambda = state_.lambda.data();
   const double* const pV = state_.pV.data();
   const double* const Kv = state_.Kv.data();
   const double* const Psi = state_.Kirchhoff.data();
+  const double* const pAir = state_.pAir.data();
+  const double* const airMassFlux = records_.airMassFlux.data();
   for (const InnerSide& side : sides_) {
     const std::size_t l = side.left;
     const std::size_t r = side.right;
@@ -156,11 +158,23 @@ void FieldFluxes::calculateSides() {
       if (side.liquidForm == LiquidForm::KIRCHHOFF) flows.liquid = side.areaByDistance * (Psi[l] - Psi[r]);
     }
     if (side.isSpecial) takeSpecialFlows(side, flows);
+    double air = 0.0, airVapour = 0.0, airT = 0.0;  // with the state of the element that the air comes from
+    if constexpr (AIR) {
+      air = airMassFlux[side.number];
+      const std::size_t from = air > 0.0 ? l : r;
+      airT = T[from];
+      if (MOISTURE && side.vapourOpen && !isClosedByFoil(side))
+        airVapour = air * (pV[from] / pAir[from] * (TKL::R_A / TKL::R_V));
+    }
     if constexpr (MOISTURE) {
       double* const flux = records_.moistureFlux[side.number];
       flux[VELMORA::MF_VAPOUR_DIFFUSION] = flows.vapour;
       flux[VELMORA::MF_LIQUID] = flows.liquid;
       flux[VELMORA::MF_SUM] = flows.vapour + flows.liquid;
+      if constexpr (AIR) {
+        flux[VELMORA::MF_VAPOUR_CONVECTION] = airVapour;
+        flux[VELMORA::MF_SUM] += airVapour;
+      }
     }
     if constexpr (ENERGY) {
       double* const flux = records_.heatFlux[side.number];
@@ -173,6 +187,13 @@ void FieldFluxes::calculateSides() {
         flux[VELMORA::HF_LIQUID] = liquid;
         flux[VELMORA::HF_VAPOUR_DIFFUSION] = vapour;
         flux[VELMORA::HF_SUM] += liquid + vapour;
+      }
+      if constexpr (AIR) {
+        const double vapour = TKL::h_v(airT) * airVapour;
+        const double dryAir = airT * TKL::C_A * air;
+        flux[VELMORA::HF_VAPOUR_CONVECTION] = vapour;
+        flux[VELMORA::HF_AIR] = dryAir;
+        flux[VELMORA::HF_SUM] += vapour + dryAir;
       }
     }
   }

@@ -67,7 +67,7 @@ class FieldFluxes {
     std::array<int, 2> across{};  ///< the two of them that the exchange is told by for vapour
   };
 
-  /// Flow of heat through a side, with the vapour and the liquid through it [kg/s] that carry heat.
+  /// Flow of heat through a side [W], with the vapour and the liquid through it [kg/s] that carry heat.
   struct Flows {
     double heat = 0.0;
     double vapour = 0.0;
@@ -78,9 +78,7 @@ class FieldFluxes {
   InnerSide innerSide(const VELMORA::Side& side, const VELMORA::SideQuantities& quantities);
   LiquidForm liquidForm(const InnerSide& side, double liquidResistance) const;
 
-  template <bool ENERGY, bool MOISTURE>
-  void calculateAll();
-  template <bool ENERGY, bool MOISTURE>
+  template <bool ENERGY, bool MOISTURE, bool AIR>
   void calculateSides();
   void takeSpecialFlows(const InnerSide& side, Flows& flows) const;
   double exchangedHeat(const InnerSide& side) const;
@@ -93,9 +91,7 @@ class FieldFluxes {
   bool isAnyAlmostFull() const;
   void limitOverfilling(const InnerSide& side);
 
-  // Air, AirConvection.cpp
-  template <bool ENERGY, bool MOISTURE>
-  void addAirConvection();
+  // Air beside materials, AirSpaces.cpp
   double largestAirVelocity(const InnerSide& side) const;
   double meanAirVelocity(const InnerSide& side) const;
   double airDensity(std::size_t element) const;

@@ -8,6 +8,7 @@
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
 #include "foundation/PhysicalConstants.h"
+#include "foundation/VectorMath.h"
 
 namespace VELMORA_SOLVER {
 
@@ -25,6 +26,12 @@ constexpr double freezingHeat(double T) {
   return H_ICE + C_DIFF * T;
 }
 
+/// `IceBalance::equilibriumPressure` [Pa] with the logarithm of T over that of freezing.
+constexpr double pressureByLog(double T, double log) {
+  const double below = T - TKL::T_FREEZE;
+  return ((log * T - below) * C_DIFF + below * L_MELT_RATE) * TKL::RHO_W;
+}
+
 [[noreturn]] void failTemperature(const char* reason) {
   throw TKL::Exception(
       std::string("Cannot compute valid rho_ice without dropping into invalid temperature range") + reason,
@@ -38,13 +45,28 @@ double IceBalance::temperature(double rhoIce) const {
 }
 
 double IceBalance::equilibriumPressure(double T) {
-  const double below = T - TKL::T_FREEZE;
-  return ((std::log(T / TKL::T_FREEZE) * T - below) * C_DIFF + below * L_MELT_RATE) * TKL::RHO_W;
+  return pressureByLog(T, std::log(T / TKL::T_FREEZE));
 }
 
 /// Liquid water [kg/m3] in equilibrium with ice at T.
 double IceBalance::liquid(double T) const {
-  const double pressure = equilibriumPressure(T);
+  return liquidAtPressure(equilibriumPressure(T), T);
+}
+
+/// The same at two temperatures, whose logarithms take little more than those of one.
+std::array<double, 2> IceBalance::liquids(std::array<double, 2> T) const {
+  const std::array<double, 2> logs = TKL::logarithms({T[0] / TKL::T_FREEZE, T[1] / TKL::T_FREEZE});
+  const std::array<double, 2> pressures{pressureByLog(T[0], logs[0]), pressureByLog(T[1], logs[1])};
+  const bool isTabulated = storage_.kind == MM::MoistureStorage::K_SPLINE &&
+                           pressures[0] < PL_NEAR_SATURATION && pressures[1] < PL_NEAR_SATURATION;
+  if (!isTabulated) return {liquidAtPressure(pressures[0], T[0]), liquidAtPressure(pressures[1], T[1])};
+  const TKL::LinearSpline& table = storage_.functions[MM::MoistureStorage::F_Theta_pC_de];
+  const std::array<double, 2> logpC = TKL::decimalLogarithms({-pressures[0], -pressures[1]});
+  return {TKL::RHO_W * table.value(logpC[0]), TKL::RHO_W * table.value(logpC[1])};
+}
+
+/// Liquid water [kg/m3] at a pressure [Pa].
+double IceBalance::liquidAtPressure(double pressure, double T) const {
   if (rises_ || pressure < PL_NEAR_SATURATION) return TKL::RHO_W * storage_.Thetal_pl(pressure, T);
   const double start = storage_.Thetal_pl(std::nextafter(PL_NEAR_SATURATION, 2.0 * PL_NEAR_SATURATION), T);
   return TKL::RHO_W * (storage_.ThetaEff + (start - storage_.ThetaEff) * pressure / PL_NEAR_SATURATION);
@@ -62,7 +84,11 @@ bool IceBalance::risesToSaturation(const MM::MoistureStorage& storage) {
 }
 
 double IceBalance::excess(double rhoIce) const {
-  return rhoIce - std::max(mw_ - liquid(temperature(rhoIce)), 0.0);
+  return excess(rhoIce, liquid(temperature(rhoIce)));
+}
+
+double IceBalance::excess(double rhoIce, double liquid) const {
+  return rhoIce - std::max(mw_ - liquid, 0.0);
 }
 
 int IceBalance::solve(int element, double& rhoIce, double& T) const {
@@ -93,11 +119,17 @@ int IceBalance::solve(int element, double& rhoIce, double& T) const {
 
 void IceBalance::count(int element, int passNumber) {
   constexpr std::uint32_t TOLD_EVERY = 1000000;
-  if (++TKL::iceIterationCount % TOLD_EVERY == 0)
+  const bool isTold = ++TKL::iceIterationCount % TOLD_EVERY == 0;
+  if (isTold || passNumber == WARN_AT_PASS) tell(element, isTold, passNumber == WARN_AT_PASS);
+}
+
+/// That many passes were needed in all elements, or in this one.
+void IceBalance::tell(int element, bool inAll, bool inThis) {
+  if (inAll)
     TKL::message(
         TKL::FormatString("  Total ICE-Decomposition Iterations = %1.").arg(TKL::iceIterationCount).str(),
         TKL::MSG_WARNING, ICE_ID, 1);
-  if (passNumber == WARN_AT_PASS)
+  if (inThis)
     TKL::message(TKL::FormatString("Convergence warning in ICE algorithm in element #%1.").arg(element).str(),
                  TKL::MSG_WARNING, ICE_ID, 1);
 }
@@ -111,8 +143,12 @@ bool IceBalance::pass(Search& s) const {
     return false;
   }
   if (T >= TKL::T_FREEZE) failTemperature(" (T>=273.15).");
-  const double liquidAtT = liquid(T);
-  if (!(liquidAtT > mw_)) return newtonPass(s, liquidAtT);
+  const double h = s.r - ICE_FD_STEP < 0.0 ? ICE_FD_STEP : -ICE_FD_STEP;
+  const auto [liquidAtT, liquidNearby] = liquids({T, temperature(s.r + h)});
+  if (!(liquidAtT > mw_)) {
+    const double F = excess(s.r, liquidAtT);
+    return newtonPass(s, F, (excess(s.r + h, liquidNearby) - F) / h);
+  }
   // All water may be liquid: the ice must go. F is cut off here and has no slope of use.
   if (s.r < s.hi) {
     if (s.r < ICE_TOL) return true;
@@ -131,12 +167,12 @@ void IceBalance::addIce(Search& s) const {
   s.r = more;
 }
 
-bool IceBalance::newtonPass(Search& s, double liquidAtT) const {
-  const double F = s.r - std::max(mw_ - liquidAtT, 0.0);
+/// @param F      [kg/m3] at r
+/// @param slope  of F
+bool IceBalance::newtonPass(Search& s, double F, double slope) {
   if (F >= 0.0 && s.r < s.hi) s.hi = s.r;
   if (F < 0.0 && s.lo < s.r) s.lo = s.r;
-  const double h = s.r - ICE_FD_STEP < 0.0 ? ICE_FD_STEP : -ICE_FD_STEP;
-  const double step = F / ((excess(s.r + h) - F) / h);
+  const double step = F / slope;
   if (std::fabs(step) < ICE_TOL || std::fabs(s.hi - s.lo) < ICE_TOL) return true;
   const double next = s.r - step;
   if (F * step < 0.0)  // the curve falls here: only the signs of F tell where its root is

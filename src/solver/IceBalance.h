@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "material/MoistureStorage.h"
 
 namespace VELMORA_SOLVER {
@@ -66,10 +68,16 @@ class IceBalance {
   };
 
   double liquid(double T) const;
-  bool pass(Search& search) const;
-  bool newtonPass(Search& search, double liquid) const;
+  double liquidAtPressure(double pressure, double T) const;
+  double excess(double rhoIce, double liquid) const;
   void addIce(Search& search) const;
-  static void count(int element, int passNumber);
+  static void tell(int element, bool inAll, bool inThis);
+
+  // Small steps of the loop of `solve`, in line.
+  inline std::array<double, 2> liquids(std::array<double, 2> T) const;
+  inline bool pass(Search& search) const;
+  static inline bool newtonPass(Search& search, double F, double slope);
+  static inline void count(int element, int passNumber);
 
   double U_;
   double mw_;

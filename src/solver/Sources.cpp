@@ -34,11 +34,11 @@ Sources::Sources(VELMORA::CalculationData& data, const ModelSettings& settings,
 }
 
 void Sources::calculate(double t) {
+  if (terms_.empty()) return;  // nothing writes to the arrays below: they stay 0
   records_.heatSource.clear();
   records_.moistureSource.clear();
   records_.vocSource1.clear();
   records_.vocSource2.clear();
-  if (terms_.empty()) return;  // nothing writes to the arrays below
   for (auto* values : {&records_.airFlowEnthalpyIn, &records_.airFlowEnthalpyOut,
                        &records_.convectiveMoistureSource, &records_.convectiveAirFlow})
     std::fill(values->begin(), values->end(), 0.0);

@@ -39,6 +39,27 @@ TEST(VectorMath, hugeExponents_underflowAndOverflow) {
   EXPECT_GT(y[1], std::numeric_limits<double>::max());
 }
 
+TEST(VectorMath, logarithmsOfPairs_areThoseOfTheLibrary) {
+  for (double x = 1e-6; x < 1e12; x *= 1.0137) {
+    const auto [one, other] = logarithms({x, 0.9 * x});
+    const auto [decimalOne, decimalOther] = decimalLogarithms({x, 0.9 * x});
+    ASSERT_NEAR(one, std::log(x), FEW_UNITS * std::fabs(std::log(x))) << x;
+    ASSERT_NEAR(other, std::log(0.9 * x), FEW_UNITS * std::fabs(std::log(0.9 * x))) << x;
+    ASSERT_NEAR(decimalOne, std::log10(x), FEW_UNITS * std::fabs(std::log10(x))) << x;
+    ASSERT_NEAR(decimalOther, std::log10(0.9 * x), FEW_UNITS * std::fabs(std::log10(0.9 * x))) << x;
+  }
+}
+
+// As T / 273.15 K just below the freezing point does.
+TEST(VectorMath, logarithmsNearOne_keepTheirDigits) {
+  for (double below = 0.3; below > 1e-12; below *= 0.83) {
+    const double x = 1.0 - below;
+    const auto [one, other] = logarithms({x, 1.0});
+    ASSERT_NEAR(one, std::log(x), FEW_UNITS * std::fabs(std::log(x))) << below;
+    ASSERT_EQ(other, 0.0);
+  }
+}
+
 // The exponent of the power multiplies the error of the logarithm, and towards 124.6 K that of the base,
 // which vanishes there.
 TEST(VectorMath, saturationPressures_areThoseOfSingleTemperatures) {

@@ -83,7 +83,9 @@ TEST_F(HeatSourceTest, conditionsOfOtherBalances_giveNoHeat) {
   }
 }
 
-TEST_F(HeatSourceTest, calculationWithoutConditions_clearsTheRecords) {
+TEST_F(HeatSourceTest, calculation_clearsTheRecordsOfAllElements) {
+  act(VelFieldCond::C_ENESOURCE, {UPPER_RIGHT});
+  attach(VelClimateCond::C_ENESOURCE, 250.0);
   arrays.records.heatSource[UPPER_LEFT][VELMORA::HS_HEAT] = 5.0;
   calculate();
   EXPECT_EQ(heat(UPPER_LEFT), 0.0);

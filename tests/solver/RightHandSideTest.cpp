@@ -230,8 +230,17 @@ TEST_F(RightHandSideTest, moistureConditions_doNotActOnHeat) {
 }
 
 TEST_F(RightHandSideTest, everyEvaluation_clearsAllSourceRecords) {
+  text.climate += SolverProject::constantClimate("Heater", "ENESOURCE", "0 W/m3");
+  text.field = "[FIELD_COND]\nNAME = Heating\nTYPE = ENESOURCE\nENESOURCE = Heater\n";
+  text.assignments += SolverProject::assign("FIELDCOND", "0 0 0 0", "Heating", "ELEMENT");
   build();
   for (double& value : rhs->records.heatSource.values()) value = 1e9;
+  calculate();
+  for (const double value : rhs->records.heatSource.values()) EXPECT_EQ(value, 0.0);
+}
+
+TEST_F(RightHandSideTest, elementsWithoutConditions_haveNoSource) {
+  build();
   calculate();
   for (const double value : rhs->records.heatSource.values()) EXPECT_EQ(value, 0.0);
 }

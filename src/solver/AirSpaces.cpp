@@ -7,37 +7,6 @@
 
 namespace VELMORA_SOLVER {
 
-/// What the air that passes the sides carries: vapour, with its share in the element that the air comes from,
-/// and enthalpy of both.
-template <bool ENERGY, bool MOISTURE>
-void FieldFluxes::addAirConvection() {
-  const double* const T = state_.T.data();
-  const double* const pV = state_.pV.data();
-  const double* const pAir = state_.pAir.data();
-  for (const InnerSide& side : sides_) {
-    const double m = records_.airMassFlux[side.number];
-    const std::size_t from = m > 0.0 ? side.left : side.right;
-    double vapour = 0.0;
-    if constexpr (MOISTURE) {
-      if (side.vapourOpen && !isClosedByFoil(side))
-        vapour = m * (pV[from] / pAir[from] * (TKL::R_A / TKL::R_V));
-      double* const moisture = records_.moistureFlux[side.number];
-      moisture[VELMORA::MF_VAPOUR_CONVECTION] = vapour;
-      moisture[VELMORA::MF_SUM] += vapour;
-    }
-    if constexpr (ENERGY) {
-      double* const heat = records_.heatFlux[side.number];
-      heat[VELMORA::HF_VAPOUR_CONVECTION] = TKL::h_v(T[from]) * vapour;
-      heat[VELMORA::HF_AIR] = T[from] * TKL::C_A * m;
-      heat[VELMORA::HF_SUM] += heat[VELMORA::HF_VAPOUR_CONVECTION] + heat[VELMORA::HF_AIR];
-    }
-  }
-}
-
-template void FieldFluxes::addAirConvection<true, true>();
-template void FieldFluxes::addAirConvection<true, false>();
-template void FieldFluxes::addAirConvection<false, true>();
-
 bool FieldFluxes::dependsOnVelocity(const VELMORA::VelContactCond& contact) const {
   return contact.kind == VELMORA::VelContactCond::K_EXCHANGE_VEL && settings_.equations.has(BE_AIR);
 }
