@@ -5,6 +5,7 @@ their outputs, record by record, and their steps.
     bench/compare_answers.py [--solver build/release/bin/solver] [--markdown] [project.vel ...]
     bench/compare_answers.py --duration corner=5     cuts a project to so many days; * stands for all
     bench/compare_answers.py --tolerance 0.1         with so many times the tolerances of the projects
+    bench/compare_answers.py --cases                 the joints of compare_solvers.py instead of the examples
 
 Both must have the same output times. Allowed are differences of 5e-3 K in temperatures, 5e-4 of the value in water
 contents, and 10 % in the number of steps. Other quantities are shown as parts of the largest value of their file.
@@ -22,8 +23,9 @@ import tempfile
 from dataclasses import dataclass
 from pathlib import Path
 
+import compare_solvers
 from measure import run
-from projects import ROOT, directories
+from projects import ROOT, Case, directories
 
 sys.path.insert(0, str(ROOT / "tools"))
 import plot_output  # noqa: E402
@@ -103,8 +105,8 @@ def read_outputs(results):
 class Answers:
     """A project run both ways."""
 
-    def __init__(self, source, solver, days, tolerance, folder):
-        self.name = source.stem
+    def __init__(self, name, source, solver, days, tolerance, folder):
+        self.name = name
         self.costs, outputs = {}, {}
         text = source.read_text(encoding="utf-8")
         for method in METHODS:
@@ -147,7 +149,19 @@ HEAD = ["Project", "Duration", "Temperature", "Water content", "Others", "Steps 
 
 
 def find_projects():
-    return sorted((ROOT / "examples").rglob("*.vel"))
+    """The examples by name."""
+    return {path.stem: path for path in sorted((ROOT / "examples").rglob("*.vel"))}
+
+
+def write_cases(folder):
+    """The joints of any size by name, each written into a folder of its own."""
+    projects = {}
+    for name, case in compare_solvers.CASES.items():
+        if isinstance(case, Case):
+            home = Path(folder) / name
+            home.mkdir()
+            projects[name] = case.write(home, "AUTO")
+    return projects
 
 
 def main(arguments=None):
@@ -156,15 +170,23 @@ def main(arguments=None):
     parser.add_argument("--duration", action="append", default=[], metavar="NAME=DAYS")
     parser.add_argument("--tolerance", type=float, default=1.0, metavar="FACTOR")
     parser.add_argument("--markdown", action="store_true", help="print a table for docs/performance.md")
+    parser.add_argument("--cases", action="store_true", help="the joints of compare_solvers.py")
     parser.add_argument("projects", nargs="*", type=Path)
     options = parser.parse_args(arguments)
+    with tempfile.TemporaryDirectory() as folder:
+        projects = write_cases(folder) if options.cases else {path.stem: path for path in options.projects}
+        return 0 if compare_all(projects or find_projects(), options) else 1
+
+
+def compare_all(projects, options):
+    """Compares projects by name and tells the results. Returns whether all agree."""
     days = {name: float(value) for name, value in (word.split("=") for word in options.duration)}
     good = True
     if options.markdown:
         print("| " + " | ".join(HEAD) + " |\n|" + "---|" * len(HEAD))
-    for source in options.projects or find_projects():
+    for name, source in projects.items():
         with tempfile.TemporaryDirectory() as folder:
-            answers = Answers(source, options.solver, days.get(source.stem, days.get("*")), options.tolerance, folder)
+            answers = Answers(name, source, options.solver, days.get(name, days.get("*")), options.tolerance, folder)
         good = good and answers.agree
         if options.markdown:
             print("| " + " | ".join(answers.row()) + " |", flush=True)
@@ -176,7 +198,7 @@ def main(arguments=None):
                       f"{difference.share:.1f} times what is allowed", file=sys.stderr)
         if abs(answers.step_change) > STEP_LIMIT:
             print(f"{answers.name}: {100 * answers.step_change:+.0f} % steps", file=sys.stderr)
-    return 0 if good else 1
+    return good
 
 
 if __name__ == "__main__":

@@ -145,7 +145,7 @@ class Case:
         ys = " ".join(f"{w:.6g}" for w in graded(1000.0, self.ny)) if self.ny > 1 else "1000"
         return (f"[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = {self.balances}\n"
                 f"START_TIME = {86400 * self.start}\nDURATION = {self.days} d\n"
-                f"[SOLVER_SETTINGS]\n[CVODE_SOLVER_SETTINGS]\nMAX_DT = 1 h\nREL_TOL = 1e-5\n"
+                f"[SOLVER_SETTINGS]\n[CVODE_SOLVER_SETTINGS]\nMAX_DT = 10 min\nREL_TOL = 1e-6\n"
                 f"LINEAR_SOLVER = {linear_solver}\nUSE_MONITORS_FILE = YES\n{self.materials()}{self.conditions()}"
                 f"[DISCRETISATION]\nGEOMETRY = PLANE2D\nX_STEPS = {xs} mm\nY_STEPS = {ys} mm\nZ_STEPS = 1 m\n"
                 f"{self.outputs()}[ASSIGNMENTS]\n{self.assignments()}")
