@@ -16,6 +16,7 @@ than what is allowed here, only a smaller tolerance shows whether both are on th
 """
 
 import argparse
+import math
 import re
 import shutil
 import sys
@@ -25,7 +26,7 @@ from pathlib import Path
 
 import compare_solvers
 from measure import run
-from projects import ROOT, Case, directories
+from projects import ROOT, CapillaryWall, Case, directories
 
 sys.path.insert(0, str(ROOT / "tools"))
 import plot_output  # noqa: E402
@@ -80,6 +81,8 @@ def compare_output(one, other):
     if one.times != other.times:
         raise RuntimeError(f"{name}: other output times")
     pairs = [pair for a, b in zip(one.values, other.values) for pair in zip(a, b)]
+    if any(math.isnan(value) for pair in pairs for value in pair):
+        raise RuntimeError(f"{name}: a value that is not a number")
     quantity = one.header.get("QUANTITY", "").lower()
     if one.header.get("VALUE_UNIT") in ("C", "K"):
         return Difference("K", max(abs(a - b) for a, b in pairs), name)
@@ -157,7 +160,7 @@ def write_cases(folder):
     """The joints of any size by name, each written into a folder of its own."""
     projects = {}
     for name, case in compare_solvers.CASES.items():
-        if isinstance(case, Case):
+        if isinstance(case, (Case, CapillaryWall)):
             home = Path(folder) / name
             home.mkdir()
             projects[name] = case.write(home, "AUTO")

@@ -13,7 +13,7 @@ namespace TKL {
 void exponentials(const double* x, double* y, std::size_t n);
 
 /// Logarithms of two values, natural and decimal, at little more than the effort of one. Only numbers above 0
-/// have one.
+/// have one. NaN gives NaN.
 std::array<double, 2> logarithms(std::array<double, 2> x);
 std::array<double, 2> decimalLogarithms(std::array<double, 2> x);
 

@@ -13,8 +13,8 @@ class VelSolverCVODESettings {
  public:
   /// Indices of the keywords of "VelSolverCVODESettings::solver_para_t".
   enum solver_para_t { P_INITIAL_DT, P_MAX_DT, P_MIN_DT, NUM_P };
-  /// How the linear equations of a step are solved: by the shape of the construction, by a band matrix, by
-  /// complete sparse factors, or by blocks of neighbouring elements.
+  /// How the linear equations of a step are solved: by the fastest way that is sure, by a band matrix, by
+  /// complete sparse factors, by complete factors in blocks, or by iteration with incomplete ones.
   enum linear_solver_t { L_AUTO, L_BAND, L_KLU, L_BLOCK, L_GMRES };
 
   std::array<TKL::Parameter, NUM_P> para;  ///< [s] time steps

@@ -158,44 +158,46 @@ void FieldFluxes::calculateSides() {
       if (side.liquidForm == LiquidForm::KIRCHHOFF) flows.liquid = side.areaByDistance * (Psi[l] - Psi[r]);
     }
     if (side.isSpecial) takeSpecialFlows(side, flows);
-    double air = 0.0, airVapour = 0.0, airT = 0.0;  // with the state of the element that the air comes from
     if constexpr (AIR) {
-      air = airMassFlux[side.number];
-      const std::size_t from = air > 0.0 ? l : r;
-      airT = T[from];
+      flows.air = airMassFlux[side.number];
+      const std::size_t from = flows.air > 0.0 ? l : r;
       if (MOISTURE && side.vapourOpen && !isClosedByFoil(side))
-        airVapour = air * (pV[from] / pAir[from] * (TKL::R_A / TKL::R_V));
+        flows.airVapour = flows.air * (pV[from] / pAir[from] * (TKL::R_A / TKL::R_V));
     }
-    if constexpr (MOISTURE) {
-      double* const flux = records_.moistureFlux[side.number];
-      flux[VELMORA::MF_VAPOUR_DIFFUSION] = flows.vapour;
-      flux[VELMORA::MF_LIQUID] = flows.liquid;
-      flux[VELMORA::MF_SUM] = flows.vapour + flows.liquid;
-      if constexpr (AIR) {
-        flux[VELMORA::MF_VAPOUR_CONVECTION] = airVapour;
-        flux[VELMORA::MF_SUM] += airVapour;
-      }
-    }
-    if constexpr (ENERGY) {
-      double* const flux = records_.heatFlux[side.number];
-      flux[VELMORA::HF_CONDUCTION] = flows.heat;
-      flux[VELMORA::HF_SUM] = flows.heat;
-      if constexpr (MOISTURE) {
-        // enthalpy at the temperature of the element that a flow comes from
-        const double liquid = T[flows.liquid > 0.0 ? l : r] * TKL::C_W * flows.liquid;
-        const double vapour = TKL::h_v(T[flows.vapour > 0.0 ? l : r]) * flows.vapour;
-        flux[VELMORA::HF_LIQUID] = liquid;
-        flux[VELMORA::HF_VAPOUR_DIFFUSION] = vapour;
-        flux[VELMORA::HF_SUM] += liquid + vapour;
-      }
-      if constexpr (AIR) {
-        const double vapour = TKL::h_v(airT) * airVapour;
-        const double dryAir = airT * TKL::C_A * air;
-        flux[VELMORA::HF_VAPOUR_CONVECTION] = vapour;
-        flux[VELMORA::HF_AIR] = dryAir;
-        flux[VELMORA::HF_SUM] += vapour + dryAir;
-      }
-    }
+    if constexpr (MOISTURE) recordMoisture<AIR>(flows, records_.moistureFlux[side.number]);
+    if constexpr (ENERGY) recordHeat<MOISTURE, AIR>(flows, T[l], T[r], records_.heatFlux[side.number]);
+  }
+}
+
+template <bool AIR>
+void FieldFluxes::recordMoisture(const Flows& flows, double* flux) {
+  flux[VELMORA::MF_VAPOUR_DIFFUSION] = flows.vapour;
+  flux[VELMORA::MF_LIQUID] = flows.liquid;
+  flux[VELMORA::MF_SUM] = flows.vapour + flows.liquid;
+  if constexpr (!AIR) return;
+  flux[VELMORA::MF_VAPOUR_CONVECTION] = flows.airVapour;
+  flux[VELMORA::MF_SUM] += flows.airVapour;
+}
+
+/// The enthalpy of each flow is that at the temperature of the element that it comes from, left or right.
+template <bool MOISTURE, bool AIR>
+void FieldFluxes::recordHeat(const Flows& flows, double left, double right, double* flux) {
+  flux[VELMORA::HF_CONDUCTION] = flows.heat;
+  flux[VELMORA::HF_SUM] = flows.heat;
+  if constexpr (MOISTURE) {
+    const double liquid = (flows.liquid > 0.0 ? left : right) * TKL::C_W * flows.liquid;
+    const double vapour = TKL::h_v(flows.vapour > 0.0 ? left : right) * flows.vapour;
+    flux[VELMORA::HF_LIQUID] = liquid;
+    flux[VELMORA::HF_VAPOUR_DIFFUSION] = vapour;
+    flux[VELMORA::HF_SUM] += liquid + vapour;
+  }
+  if constexpr (AIR) {
+    const double T = flows.air > 0.0 ? left : right;
+    const double vapour = TKL::h_v(T) * flows.airVapour;
+    const double dryAir = T * TKL::C_A * flows.air;
+    flux[VELMORA::HF_VAPOUR_CONVECTION] = vapour;
+    flux[VELMORA::HF_AIR] = dryAir;
+    flux[VELMORA::HF_SUM] += vapour + dryAir;
   }
 }
 

@@ -67,11 +67,13 @@ class FieldFluxes {
     std::array<int, 2> across{};  ///< the two of them that the exchange is told by for vapour
   };
 
-  /// Flow of heat through a side [W], with the vapour and the liquid through it [kg/s] that carry heat.
+  /// Conducted heat through a side [W] and the masses through it that carry heat [kg/s].
   struct Flows {
     double heat = 0.0;
-    double vapour = 0.0;
+    double vapour = 0.0;  ///< by diffusion
     double liquid = 0.0;
+    double air = 0.0;        ///< dry
+    double airVapour = 0.0;  ///< in the air that passes
   };
 
   void addAirSpace(InnerSide& inner);
@@ -80,6 +82,10 @@ class FieldFluxes {
 
   template <bool ENERGY, bool MOISTURE, bool AIR>
   void calculateSides();
+  template <bool AIR>
+  static inline void recordMoisture(const Flows& flows, double* flux);
+  template <bool MOISTURE, bool AIR>
+  static inline void recordHeat(const Flows& flows, double left, double right, double* flux);
   void takeSpecialFlows(const InnerSide& side, Flows& flows) const;
   double exchangedHeat(const InnerSide& side) const;
   double exchangedVapour(const InnerSide& side) const;

@@ -168,7 +168,7 @@ void IceBalance::addIce(Search& s) const {
 }
 
 /// @param F      [kg/m3] at r
-/// @param slope  of F
+/// @param slope  of F over r [-]
 bool IceBalance::newtonPass(Search& s, double F, double slope) {
   if (F >= 0.0 && s.r < s.hi) s.hi = s.r;
   if (F < 0.0 && s.lo < s.r) s.lo = s.r;

@@ -85,6 +85,16 @@ TEST(VectorMath, notANumber_staysOne) {
   }
 }
 
+TEST(VectorMath, logarithmOfNoNumber_isNone) {
+  const auto isNumber = [](double value) { return value >= 0.0 || value < 0.0; };
+  for (const auto& logarithms : {TKL::logarithms, TKL::decimalLogarithms}) {
+    const auto [none, one] = logarithms({std::nan(""), 2.0});
+    EXPECT_FALSE(isNumber(none));
+    EXPECT_TRUE(isNumber(one));
+    EXPECT_FALSE(isNumber(logarithms({2.0, std::nan("")})[1]));
+  }
+}
+
 TEST(VectorMath, resultMayReplaceItsOperand) {
   std::vector<double> values = {0.5, 1.5, 2.5};
   exponentials(values.data(), values.data(), 3);

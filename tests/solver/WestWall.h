@@ -16,7 +16,8 @@ inline void replaceAll(std::string& text, const std::string& what, const std::st
   for (; at != std::string::npos; at = text.find(what, at + by.size())) text.replace(at, what.size(), by);
 }
 
-/// The example of a wall in the weather, to run in process with daily outputs.
+/// The example of a wall in the weather, to run in process with daily outputs and, for the sake of time,
+/// coarse steps.
 /// @param startDay, days  of the year, start and length
 inline std::string westWallText(double startDay, double days) {
   const std::string root = VELMORA_SOURCE_DIR;
@@ -24,6 +25,7 @@ inline std::string westWallText(double startDay, double days) {
   content << std::ifstream(root + "/examples/west_wall/west_wall.vel").rdbuf();
   std::string text = content.str();
   replaceAll(text, "INTERVAL = 0 d 1 h", "INTERVAL = 0 d 1 d");
+  replaceAll(text, "MAX_DT = 10 min\nREL_TOL = 5e-7", "MAX_DT = 30 min\nREL_TOL = 1e-5");
   replaceAll(text, "$(MATERIALS_DIR)", root + "/database/DB_material_data");
   replaceAll(text, "$(CLIMATE_DIR)", root + "/database/DB_climate_data");
   replaceAll(text, "DURATION = 365 d",

@@ -33,6 +33,11 @@ class CompareAnswers(unittest.TestCase):
             self.assertEqual(difference.kind, "water")
             self.assertEqual(difference.share <= 1.0, allowed)
 
+    def test_value_that_is_no_number_is_an_error(self):
+        for values in [[float("nan")], [1.0]], [[1.0], [float("nan")]]:
+            with self.assertRaises(RuntimeError):
+                compare_answers.compare_output(output("Temperature", "C", [[1.0], [1.0]]), output("Temperature", "C", values))
+
     def test_other_output_times_are_an_error(self):
         with self.assertRaises(RuntimeError):
             compare_answers.compare_output(output("Temperature", "C", [[1.0], [1.0]]),
