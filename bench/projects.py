@@ -66,6 +66,8 @@ class Case:
              "EXCOEFF = 1 s/m\nTEMPER = Out T\nRELHUM = Out RH\nGASPRESS = Out p"),
             ("AIR", "In air", False, "AIRPRESS", "EXCHANGE",
              "EXCOEFF = 1 s/m\nTEMPER = In T\nRELHUM = In RH\nGASPRESS = In p"),
+            ("POLLUTANT", "Out pollutant", True, "VOCDIFF", "EXCHANGE", "EXCOEFF = 0.01 m/s\nVOCDENSG = Clean"),
+            ("POLLUTANT", "In pollutant", False, "VOCDIFF", "EXCHANGE", "EXCOEFF = 0.001 m/s\nVOCDENSG = Clean"),
         ]
 
     def conditions(self):
@@ -76,6 +78,7 @@ class Case:
         text += CONSTANT.format(name="In T", type="TEMPER", value="20 C")
         text += CONSTANT.format(name="In RH", type="RELHUM", value="50 %")
         text += CONSTANT.format(name="In p", type="GASPRESS", value="101328 Pa")
+        text += CONSTANT.format(name="Clean", type="VOCDENSG", value="0 kg/m3")
         text += "[BOUNDARY_CONDITIONS]\n"
         for equation, name, _, kind, way, lines in self.boundaries():
             if self.has(equation):
@@ -84,6 +87,8 @@ class Case:
         if self.has("MOISTURE"):
             text += "[INIT_COND]\nNAME = Start RH\nTYPE = RELHUM\nVALUE = 80 %\n"
             text += "[INIT_COND]\nNAME = Wet\nTYPE = RELHUM\nVALUE = 99 %\n"
+        if self.has("POLLUTANT"):
+            text += "[INIT_COND]\nNAME = Load\nTYPE = VOCMASS\nVALUE = 0.001 kg/m3\n"
         return text
 
     def assignments(self):
@@ -103,6 +108,8 @@ class Case:
         assign("INITIALCOND", whole, "Start T", "ELEMENT")
         if self.has("MOISTURE"):
             assign("INITIALCOND", whole, "Start RH", "ELEMENT")
+        if self.has("POLLUTANT"):
+            assign("INITIALCOND", f"{b} 0 {nx - 1} {ny - 1}", "Load", "ELEMENT")
         if self.has("ICE"):  # the frost needs water
             assign("INITIALCOND", f"0 0 {a - 1} {ny - 1}", "Wet", "ELEMENT")
         for equation, name, outside, _, _, _ in self.boundaries():
@@ -120,6 +127,8 @@ class Case:
             fields.append(("W", "MOISTURE", "kg/m3"))
         if self.has("ICE"):
             fields.append(("ice", "RHO_ICE", "kg/m3"))
+        if self.has("POLLUTANT"):
+            fields.append(("voc", "VOCG", "kg/m3"))
         return fields
 
     def outputs(self):
@@ -145,6 +154,7 @@ class Case:
         ys = " ".join(f"{w:.6g}" for w in graded(1000.0, self.ny)) if self.ny > 1 else "1000"
         return (f"[PROJECT_INFO]\nFILE_VERSION = 5.9\n[INIT]\n[GENERAL]\nBALANCE_EQUATIONS = {self.balances}\n"
                 f"START_TIME = {86400 * self.start}\nDURATION = {self.days} d\n"
+                "VOC_DATABASE = $(VOC_DIR)/common.voc\nVOC_IDS = TVOC\n"
                 f"[SOLVER_SETTINGS]\n[CVODE_SOLVER_SETTINGS]\nMAX_DT = 10 min\nREL_TOL = 1e-6\n"
                 f"LINEAR_SOLVER = {linear_solver}\nUSE_MONITORS_FILE = YES\n{self.materials()}{self.conditions()}"
                 f"[DISCRETISATION]\nGEOMETRY = PLANE2D\nX_STEPS = {xs} mm\nY_STEPS = {ys} mm\nZ_STEPS = 1 m\n"
