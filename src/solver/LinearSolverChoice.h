@@ -10,8 +10,9 @@ namespace VELMORA_SOLVER {
 JacobianPattern jacobianPattern(const VELMORA::CalculationData& data, int nEquations);
 
 /// Attaches the linear solver that the project asks for, and says at verbosity 2 which one it is. AUTO takes
-/// complete block factors at every shape and size: sparse factors are about half as fast, and the iteration
-/// with incomplete factors fails to converge where good and bad conductors meet in a body almost at rest.
+/// complete block factors at every shape and size: sparse factors are about half as fast in large bodies, and
+/// the iteration with incomplete factors does not converge at long steps where good and bad conductors meet
+/// (docs/performance.md).
 /// @return 0, or the code of the integrator (-4 out of memory, -3 wrong input)
 int attachLinearSolver(Integrator& integrator, const VELMORA::CalculationData& data, int nEquations,
                        VELMORA::VelSolverCVODESettings::linear_solver_t selected);
