@@ -44,7 +44,8 @@ bool VocData::read(const std::string& entry, std::string& errmsg) {
   if (!lines.readEntity(id)) return fail("Undefined or invalid");
   const bool withText1 = readRemark(lines, text1);
   const bool withText2 = readRemark(lines, text2);
-  if (!lines.readNumber(M)) return fail("Error reading molar mass in");
+  // a compound without mass would have an infinite gas constant
+  if (!lines.readNumber(M) || M <= 0.0) return fail("Error reading molar mass in");
   if (!lines.readNumber(rhoLiquid)) return fail("Error reading liquid density in");
   if (!lines.readCurve(rhosat)) return fail("Error reading saturation density rhosat(T) of");
   if (!prepare(rhosat)) return fail("Invalid saturation density rhosat(T) spline of");

@@ -129,8 +129,8 @@ TEST(VocData, emptyEntry_isRefused) {
   EXPECT_EQ(readingOf(""), "[VocData::read]  Undefined or invalid VOC entry: \n  ");
 }
 
-TEST(VocData, molarMassThatIsNoNumber_isRefused) {
-  for (const char* const line : {"heavy", "", "-", "nan", "inf", "1e999", "1.#QNAN", "0,092"}) {
+TEST(VocData, molarMassThatIsNoPositiveNumber_isRefused) {
+  for (const char* const line : {"heavy", "", "-", "nan", "inf", "1e999", "1.#QNAN", "0,092", "0", "-0.03"}) {
     const std::string entry = withLine(3, line);
     EXPECT_EQ(readingOf(entry), "[VocData::read]  Error reading molar mass in VOC entry: \n  " + entry);
   }
