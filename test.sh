@@ -17,7 +17,7 @@ git ls-files -z 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'bench/*.h' 'ben
 for preset in release asan-ubsan; do
   echo "== Build and test: $preset"
   bench=$([ "$preset" = release ] && echo ON || echo OFF)
-  cmake --preset "$preset" -DVELMORA_UNITY_TESTS=ON -DVELMORA_BENCH="$bench" >/dev/null
+  cmake --preset "$preset" -DVELMORA_UNITY=ON -DVELMORA_BENCH="$bench" >/dev/null
   ninja -C "build/$preset" --quiet
   ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
     tee "build/$preset/ctest.txt" | tail -n 25
