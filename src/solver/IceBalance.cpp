@@ -26,12 +26,6 @@ constexpr double freezingHeat(double T) {
   return H_ICE + C_DIFF * T;
 }
 
-/// `IceBalance::equilibriumPressure` [Pa] with the logarithm of T over that of freezing.
-constexpr double pressureByLog(double T, double log) {
-  const double below = T - TKL::T_FREEZE;
-  return ((log * T - below) * C_DIFF + below * L_MELT_RATE) * TKL::RHO_W;
-}
-
 [[noreturn]] void failTemperature(const char* reason) {
   throw TKL::Exception(
       std::string("Cannot compute valid rho_ice without dropping into invalid temperature range") + reason,
@@ -44,19 +38,17 @@ double IceBalance::temperature(double rhoIce) const {
   return (rhoIce * H_ICE + U_) / ((mw_ - rhoIce) * TKL::C_W + rhoCDry_ + rhoIce * TKL::C_ICE);
 }
 
-double IceBalance::equilibriumPressure(double T) {
-  return pressureByLog(T, std::log(T / TKL::T_FREEZE));
+double IceBalance::equilibriumPressure(double T, double logarithm) {
+  const double below = T - TKL::T_FREEZE;
+  return ((logarithm * T - below) * C_DIFF + below * L_MELT_RATE) * TKL::RHO_W;
 }
 
-/// Liquid water [kg/m3] in equilibrium with ice at T.
-double IceBalance::liquid(double T) const {
-  return liquidAtPressure(equilibriumPressure(T), T);
-}
-
-/// The same at two temperatures, whose logarithms take little more than those of one.
+/// Liquid water [kg/m3] in equilibrium with ice at two temperatures, whose logarithms take little more than
+/// those of one.
 std::array<double, 2> IceBalance::liquids(std::array<double, 2> T) const {
   const std::array<double, 2> logs = TKL::logarithms({T[0] / TKL::T_FREEZE, T[1] / TKL::T_FREEZE});
-  const std::array<double, 2> pressures{pressureByLog(T[0], logs[0]), pressureByLog(T[1], logs[1])};
+  const std::array<double, 2> pressures{equilibriumPressure(T[0], logs[0]),
+                                        equilibriumPressure(T[1], logs[1])};
   const bool isTabulated = storage_.kind == MM::MoistureStorage::K_SPLINE &&
                            pressures[0] < PL_NEAR_SATURATION && pressures[1] < PL_NEAR_SATURATION;
   if (!isTabulated) return {liquidAtPressure(pressures[0], T[0]), liquidAtPressure(pressures[1], T[1])};
@@ -84,7 +76,8 @@ bool IceBalance::risesToSaturation(const MM::MoistureStorage& storage) {
 }
 
 double IceBalance::excess(double rhoIce) const {
-  return excess(rhoIce, liquid(temperature(rhoIce)));
+  const double T = temperature(rhoIce);
+  return excess(rhoIce, liquids({T, T})[0]);
 }
 
 double IceBalance::excess(double rhoIce, double liquid) const {

@@ -46,7 +46,8 @@ class IceBalance {
   double temperature(double rhoIce) const;
 
   /// Pressure of liquid water [Pa] in equilibrium with ice at T [K].
-  static double equilibriumPressure(double T);
+  /// @param logarithm  ln(T / 273.15 K)
+  static double equilibriumPressure(double T, double logarithm);
 
   /// F [kg/m3]: by how much there is more ice than the equilibrium at its temperature allows.
   double excess(double rhoIce) const;
@@ -67,7 +68,6 @@ class IceBalance {
     double lo, hi, r;
   };
 
-  double liquid(double T) const;
   double liquidAtPressure(double pressure, double T) const;
   double excess(double rhoIce, double liquid) const;
   void addIce(Search& search) const;

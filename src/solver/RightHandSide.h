@@ -25,9 +25,8 @@ namespace VELMORA_SOLVER {
 /// quantities of every element to their derivatives in time.
 ///
 /// With the density u of a conserved quantity (internal energy [J/m3], moisture mass or pollutant [kg/m3]) in
-/// an element
-/// of volume V [m3], the flows F [W, kg/s] through its sides (positive from left to right and from top to
-/// bottom) and the sources S [W/m3, kg/m3s]:
+/// an element of volume V [m3], the flows F [W, kg/s] through its sides (positive from left to right and from
+/// top to bottom) and the sources S [W/m3, kg/m3s]:
 ///
 ///     V du/dt = F_left - F_right + F_top - F_bottom + V S
 ///

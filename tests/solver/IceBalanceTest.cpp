@@ -8,6 +8,7 @@
 #include "foundation/Counters.h"
 #include "foundation/PhysicalConstants.h"
 #include "solver/MoistBench.h"
+#include "solver/PressureBesideIce.h"
 #include "support/MessageCapture.h"
 #include "support/Thrown.h"
 
@@ -70,11 +71,10 @@ TEST_F(IceBalanceTest, latentHeat_followsFromTheConstantOfIce) {
 }
 
 TEST_F(IceBalanceTest, pressureOfIce_hasTheSlopeOfClausiusClapeyron) {
-  EXPECT_EQ(IceBalance::equilibriumPressure(FREEZING), 0.0);
+  EXPECT_EQ(pressureBesideIce(FREEZING), 0.0);
   // d/dT (T ln(T/T0) - (T - T0)) = ln(T/T0)
   for (const double at : {230.0, 250.0, 265.0, 273.0}) {
-    const double quotient =
-        (IceBalance::equilibriumPressure(at + 0.01) - IceBalance::equilibriumPressure(at - 0.01)) / 0.02;
+    const double quotient = (pressureBesideIce(at + 0.01) - pressureBesideIce(at - 0.01)) / 0.02;
     const double slope = 1000.0 * (4180.0 - 2108.0) * std::log(at / FREEZING) + LAW_SLOPE;
     EXPECT_NEAR(quotient, slope, 1e-6 * slope) << at;
   }
@@ -278,7 +278,7 @@ TEST_F(FallingCurveTest, polynomialOfZeros_doesNotHoldTheIceAtTheFreezingPoint) 
   // the state of -1 C, on the way to thaw: its start is more ice than there can be
   fit() = MM::NearSaturationFit();
   ASSERT_FALSE(rises());
-  const double pressure = IceBalance::equilibriumPressure(272.15);
+  const double pressure = pressureBesideIce(272.15);
   const double liquid = 1000.0 * material.moistureStorage.Thetal_pl(pressure, 272.15);
   const double ice = 190.0 - liquid;
   ASSERT_GT(ice, 5.0);

@@ -8,6 +8,7 @@
 #include "solver/Decomposition.h"
 #include "solver/IceBalance.h"
 #include "solver/MoistBench.h"
+#include "solver/PressureBesideIce.h"
 #include "support/AllocationCounter.h"
 
 namespace VELMORA_SOLVER {
@@ -35,7 +36,7 @@ class IceDecompositionTest : public ::testing::Test {
   }
   /// The element in equilibrium at -15 C, with 180 kg/m3 of water in all.
   int freeze() {
-    ice = 180.0 - 200.0 * std::exp(IceBalance::equilibriumPressure(FROST) / (KELVIN_FACTOR * FROST));
+    ice = 180.0 - 200.0 * std::exp(pressureBesideIce(FROST) / (KELVIN_FACTOR * FROST));
     const double capacity = MOIST_RHO_C + (180.0 - ice) * 4180.0 + ice * 2108.0;
     return decompose(capacity * FROST + ice * 232417.0, 180.0);
   }

@@ -11,6 +11,7 @@
 #include "foundation/Counters.h"
 #include "material/ShippedMaterials.h"
 #include "solver/IceBalance.h"
+#include "solver/PressureBesideIce.h"
 #include "support/MessageCapture.h"
 
 namespace VELMORA_SOLVER {
@@ -45,7 +46,7 @@ std::vector<MM::Material> freezingMaterials() {
 
 /// Energy [J/m3] that the element holds in equilibrium at T [K].
 double equilibriumEnergy(const MM::Material& material, double mw, double T) {
-  const double liquid = 1000.0 * material.moistureStorage.Thetal_pl(IceBalance::equilibriumPressure(T), T);
+  const double liquid = 1000.0 * material.moistureStorage.Thetal_pl(pressureBesideIce(T), T);
   const double ice = std::max(mw - liquid, 0.0);
   return (mw * WATER_CAPACITY + material.rhoCDry()) * T - ice * (HEAT_CONSTANT + CAPACITY_GAIN * T);
 }

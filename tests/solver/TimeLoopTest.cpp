@@ -45,6 +45,15 @@ class TimeLoopTest : public ::testing::Test {
     capture.messages.clear();
   }
 
+  /// Sets up the continuation of the run that has ended, to 2 h.
+  void continueIn(VelmoraCvodeSolver& second) {
+    text.general = "DURATION = 2 h\n";
+    VELMORA::VelProject longer;
+    text.read(longer);
+    longer.m_solverFlags.restart = true;
+    ASSERT_TRUE(second.init(longer));
+  }
+
   /// Runs the project, which must end in an error.
   TKL::Thrown failureOfRun() {
     return TKL::thrownBy([&] { solver.run(); });
@@ -235,12 +244,8 @@ TEST_F(TimeLoopTest, restart_continuesWithoutAStartOutput) {
   init();
   solver.run();
   const double reached = restartTime();
-  text.general = "DURATION = 2 h\n";
-  VELMORA::VelProject longer;
-  text.read(longer);
-  longer.m_solverFlags.restart = true;
   VelmoraCvodeSolver second;
-  ASSERT_TRUE(second.init(longer));
+  ASSERT_NO_FATAL_FAILURE(continueIn(second));
   EXPECT_EQ(second.t, reached);
   second.run();
   EXPECT_EQ(text.times("T.out"),
@@ -252,12 +257,8 @@ TEST_F(TimeLoopTest, restart_beginsWithExactStepsAndANewStartInsideARunDoesNot) 
   shock("100 W/m2K", "1e-6 s");  // temperatures that bend
   init();
   solver.run();
-  text.general = "DURATION = 2 h\n";
-  VELMORA::VelProject longer;
-  text.read(longer);
-  longer.m_solverFlags.restart = true;
   VelmoraCvodeSolver second;
-  ASSERT_TRUE(second.init(longer));
+  ASSERT_NO_FATAL_FAILURE(continueIn(second));
   second.initStep();
   const double stop = second.t + 300.0;
   second.runStep(stop, false);
