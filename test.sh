@@ -19,6 +19,15 @@ for preset in release asan-ubsan; do
   bench=$([ "$preset" = release ] && echo ON || echo OFF)
   cmake --preset "$preset" -DVELMORA_UNITY=ON -DVELMORA_BENCH="$bench" >/dev/null
   ninja -C "build/$preset" --quiet
-  ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress |
-    tee "build/$preset/ctest.txt" | tail -n 25
+  results="build/$preset/ctest.txt"
+  if ctest --test-dir "build/$preset" --output-on-failure --no-tests=error --parallel "$jobs" --progress >"$results"; then
+    tail -n 25 "$results"
+  else
+    # The summary first, since a test that fails may print much; what it printed is whole in the file.
+    tail -n 40 "$results"
+    echo "== What failed (all of it in $results)"
+    grep -aE -A 8 '^\[  FAILED|: Failure$|ERROR: AddressSanitizer|runtime error: |Traceback|Assertion' "$results" |
+      cut -c 1-300 | tail -n 150
+    exit 1
+  fi
 done

@@ -45,13 +45,12 @@ class TimeLoopTest : public ::testing::Test {
     capture.messages.clear();
   }
 
-  /// Sets up the continuation of the run that has ended, to 2 h.
-  void continueIn(VelmoraCvodeSolver& second) {
+  /// Sets up `continued`, the continuation of the run that has ended, to 2 h.
+  void continueRun() {
     text.general = "DURATION = 2 h\n";
-    VELMORA::VelProject longer;
     text.read(longer);
     longer.m_solverFlags.restart = true;
-    ASSERT_TRUE(second.init(longer));
+    ASSERT_TRUE(continued.init(longer));
   }
 
   /// Runs the project, which must end in an error.
@@ -102,7 +101,9 @@ class TimeLoopTest : public ::testing::Test {
   SolverProject text;
   std::function<void(VELMORA::VelProject&)> change;
   VELMORA::VelProject project;
+  VELMORA::VelProject longer;  // like `project`, it outlives its solver
   VelmoraCvodeSolver solver;
+  VelmoraCvodeSolver continued;
 };
 
 using Times = std::vector<double>;
@@ -244,10 +245,9 @@ TEST_F(TimeLoopTest, restart_continuesWithoutAStartOutput) {
   init();
   solver.run();
   const double reached = restartTime();
-  VelmoraCvodeSolver second;
-  ASSERT_NO_FATAL_FAILURE(continueIn(second));
-  EXPECT_EQ(second.t, reached);
-  second.run();
+  ASSERT_NO_FATAL_FAILURE(continueRun());
+  EXPECT_EQ(continued.t, reached);
+  continued.run();
   EXPECT_EQ(text.times("T.out"),
             (Times{0, 600, 1200, 1800, 2400, 3000, 3600, 4200, 4800, 5400, 6000, 6600, 7200}));
   EXPECT_NEAR(text.records("T.out").back()[1], 27.2, 1e-3);
@@ -257,14 +257,13 @@ TEST_F(TimeLoopTest, restart_beginsWithExactStepsAndANewStartInsideARunDoesNot) 
   shock("100 W/m2K", "1e-6 s");  // temperatures that bend
   init();
   solver.run();
-  VelmoraCvodeSolver second;
-  ASSERT_NO_FATAL_FAILURE(continueIn(second));
-  second.initStep();
-  const double stop = second.t + 300.0;
-  second.runStep(stop, false);
-  const long exact = second.statistics().steps;
-  second.runStep(stop, true);
-  EXPECT_GT(exact, 3 * second.statistics().steps / 2);
+  ASSERT_NO_FATAL_FAILURE(continueRun());
+  continued.initStep();
+  const double stop = continued.t + 300.0;
+  continued.runStep(stop, false);
+  const long exact = continued.statistics().steps;
+  continued.runStep(stop, true);
+  EXPECT_GT(exact, 3 * continued.statistics().steps / 2);
 }
 
 TEST_F(TimeLoopTest, restartBehindTheEnd_writesNothing) {
