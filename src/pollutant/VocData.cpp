@@ -19,12 +19,14 @@ bool readRemark(EntryLines& lines, std::string& text) {
   return !line.empty();
 }
 
-/// Neither of the two properties can be negative.
+/// @return false for temperatures that do not rise
 bool prepare(TKL::LinearSpline& curve) {
   std::string reason;
-  const bool positive =
-      std::none_of(curve.y.begin(), curve.y.end(), [](double value) { return value < 0.0; });
-  return positive && (curve.size() == 1 || curve.makeSpline(reason));
+  return curve.size() == 1 || curve.makeSpline(reason);
+}
+
+double smallest(const TKL::LinearSpline& curve) {
+  return *std::min_element(curve.y.begin(), curve.y.end());
 }
 
 }  // namespace
@@ -48,9 +50,11 @@ bool VocData::read(const std::string& entry, std::string& errmsg) {
   if (!lines.readNumber(M) || M <= 0.0) return fail("Error reading molar mass in");
   if (!lines.readNumber(rhoLiquid)) return fail("Error reading liquid density in");
   if (!lines.readCurve(rhosat)) return fail("Error reading saturation density rhosat(T) of");
-  if (!prepare(rhosat)) return fail("Invalid saturation density rhosat(T) spline of");
+  // the solid is in equilibrium with the share of this density that the pores hold
+  if (smallest(rhosat) <= 0.0 || !prepare(rhosat))
+    return fail("Invalid saturation density rhosat(T) spline of");
   if (!lines.readCurve(Dair)) return fail("Error reading diffusion coefficient Dair(T) of");
-  if (!prepare(Dair)) return fail("Invalid diffusion coefficient Dair(T) spline of");
+  if (smallest(Dair) < 0.0 || !prepare(Dair)) return fail("Invalid diffusion coefficient Dair(T) spline of");
   if (!withText1 || !withText2) return fail("Missing data in");
   return true;
 }

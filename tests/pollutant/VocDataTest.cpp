@@ -149,10 +149,12 @@ TEST(VocData, saturationDensityThatIsNoTable_isRefused) {
   }
 }
 
-TEST(VocData, negativeSaturationDensity_isRefused) {
-  const std::string entry = withLine(6, "-0.1 0.2");
-  EXPECT_EQ(readingOf(entry),
-            "[VocData::read]  Invalid saturation density rhosat(T) spline of VOC entry: \n  " + entry);
+TEST(VocData, saturationDensityThatIsNotPositive_isRefused) {
+  for (const char* const line : {"-0.1 0.2", "0 0.2", "0.1 0"}) {
+    const std::string entry = withLine(6, line);
+    EXPECT_EQ(readingOf(entry),
+              "[VocData::read]  Invalid saturation density rhosat(T) spline of VOC entry: \n  " + entry);
+  }
 }
 
 TEST(VocData, diffusionCoefficientThatIsNoTable_isRefused) {
@@ -182,8 +184,8 @@ TEST(VocData, emptyRemark_isRefused) {
   }
 }
 
-TEST(VocData, zeroCurves_areRead) {
-  EXPECT_EQ(compoundOf(withLine(6, "0 0")).rhosat(290.0), 0.0);
+TEST(VocData, compoundThatDoesNotDiffuse_isRead) {
+  EXPECT_EQ(compoundOf(withLine(8, "0 0 0")).Dair(290.0), 0.0);
 }
 
 TEST(VocData, longEntry_isShortenedInItsMessage) {
