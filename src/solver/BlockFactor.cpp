@@ -235,8 +235,8 @@ bool BlockFactor::factoriseBlocks(const BlockJacobian& jacobian, double gamma) {
     double* target = values + factors_.target[p] * SIZE;
     for (std::size_t i = 0; i < SIZE; ++i) target[i] = -gamma * J[i];
   }
-  for (const index_t p : factors_.diagonal)
-    for (std::size_t i = 0; i < N; ++i) values[p * SIZE + i * N + i] += 1.0;
+  for (std::size_t row = 0; row < factors_.nRows(); ++row)
+    for (std::size_t i = 0; i < N; ++i) values[factors_.diagonal[row] * SIZE + i * (N + 1)] += 1.0;
   for (std::size_t row = 0; row < factors_.nRows(); ++row)
     if (!eliminateRow<N>(row)) return false;
   return true;
@@ -249,19 +249,21 @@ bool BlockFactor::eliminateRow(std::size_t row) {
   double* const values = values_.data();
   const index_t* const column = factors_.column.data();
   index_t* const blockOf = blockOf_.data();
-  const index_t first = factors_.rowStart[row];
+  const index_t first = factors_.lowerStart[row];
+  const index_t last = factors_.lowerStart[row + 1];
   const index_t diagonal = factors_.diagonal[row];
-  const index_t rowEnd = factors_.rowStart[row + 1];
-  for (index_t p = first; p < rowEnd; ++p) blockOf[column[p]] = p;
-  for (index_t p = first; p < diagonal;) {
+  const index_t rowEnd = factors_.diagonal[row + 1];
+  for (index_t p = first; p < last; ++p) blockOf[column[p]] = p;
+  for (index_t p = diagonal; p < rowEnd; ++p) blockOf[column[p]] = p;
+  for (index_t p = first; p < last;) {
     // L in a copy, so that it can stay in registers
     double L[2 * SIZE];
     const index_t upper = column[p];
     const index_t begin = factors_.diagonal[upper] + 1;
-    const index_t end = factors_.rowStart[upper + 1];
+    const index_t end = factors_.diagonal[upper + 1];
     multiplyFromRight<N>(values + p * SIZE, values + (begin - 1) * SIZE);
     std::copy_n(values + p * SIZE, SIZE, L);
-    if (!factors_.isTwin[upper] || p + 1 == diagonal) {
+    if (!factors_.isTwin[upper] || p + 1 == last) {
       for (index_t q = begin; q < end; ++q)
         subtractProduct<N>(values + blockOf[column[q]] * SIZE, L, values + q * SIZE);
       ++p;
@@ -269,7 +271,7 @@ bool BlockFactor::eliminateRow(std::size_t row) {
     }
     // The next row has the same columns: both in one pass over the row that they are taken from.
     subtractProduct<N>(values + (p + 1) * SIZE, L, values + begin * SIZE);
-    const index_t twinBegin = factors_.diagonal[upper + 1] + 1;
+    const index_t twinBegin = end + 1;
     multiplyFromRight<N>(values + (p + 1) * SIZE, values + (twinBegin - 1) * SIZE);
     std::copy_n(values + (p + 1) * SIZE, SIZE, L + SIZE);
     const double* U = values + (begin + 1) * SIZE;
@@ -279,7 +281,8 @@ bool BlockFactor::eliminateRow(std::size_t row) {
     p += 2;
   }
   const auto dropped = static_cast<index_t>(factors_.nBlocks());
-  for (index_t p = first; p < rowEnd; ++p) blockOf[column[p]] = dropped;
+  for (index_t p = first; p < last; ++p) blockOf[column[p]] = dropped;
+  for (index_t p = diagonal; p < rowEnd; ++p) blockOf[column[p]] = dropped;
   return invert<N>(values + diagonal * SIZE);
 }
 
@@ -292,8 +295,8 @@ void BlockFactor::solveBlocks(double* b) {
   double* const x = x_.data();
   for (std::size_t row = 0; row < F.nRows(); ++row) {
     SumOfProducts<N> sum;
-    const index_t end = F.diagonal[row];
-    for (index_t p = F.rowStart[row]; p < end; ++p) sum.add(values + p * SIZE, x + column[p] * N);
+    const index_t end = F.lowerStart[row + 1];
+    for (index_t p = F.lowerStart[row]; p < end; ++p) sum.add(values + p * SIZE, x + column[p] * N);
     double rest[N];
     std::copy_n(b + F.cell[row] * N, N, rest);
     sum.subtractFrom(rest);
@@ -301,7 +304,7 @@ void BlockFactor::solveBlocks(double* b) {
   }
   for (std::size_t row = F.nRows(); row-- > 0;) {
     SumOfProducts<N> sum;
-    const index_t end = F.rowStart[row + 1];
+    const index_t end = F.diagonal[row + 1];
     for (index_t p = F.diagonal[row] + 1; p < end; ++p) sum.add(values + p * SIZE, x + column[p] * N);
     double rest[N];
     std::copy_n(x + row * N, N, rest);

@@ -6,9 +6,10 @@
 
 namespace VELMORA_SOLVER {
 
-/// Cells in the order of their elimination: on a grid by nested dissection, which keeps the fill of complete
-/// factors near n log n (George, 1973). A line of cells that parts the rest in two halves comes last, the
-/// halves before it are ordered in the same way. A chain, and cells without places, keep their order.
+/// Cells in the order of their elimination, such that complete factors get little fill: next comes about the
+/// cell with the fewest neighbours left (approximate minimum degree; Amestoy, Davis and Duff, 1996). A chain
+/// keeps its order.
+/// @throws std::runtime_error where the library that orders them fails
 std::vector<JacobianPattern::index_t> eliminationOrder(const JacobianPattern& pattern);
 
 }  // namespace VELMORA_SOLVER

@@ -44,32 +44,47 @@ Rows upperColumns(const JacobianPattern& pattern, const std::vector<index_t>& or
   return upper;
 }
 
-/// Lays out whole rows; the pattern is symmetric, so the columns before the diagonal are the rows that have
+/// Lays out the blocks; the pattern is symmetric, so the columns before the diagonal are the rows that have
 /// this column behind theirs.
 void layOut(const Rows& upper, FactorPattern& factors) {
   Rows lower(upper.size());
   for (std::size_t row = 0; row < upper.size(); ++row)
     for (const index_t column : upper[row]) lower[column].push_back(static_cast<index_t>(row));
-  factors.rowStart.push_back(0);
+  const auto end = [&] { return static_cast<index_t>(factors.column.size()); };
+  for (const auto& columns : lower) {
+    factors.lowerStart.push_back(end());
+    factors.column.insert(factors.column.end(), columns.begin(), columns.end());
+  }
+  factors.lowerStart.push_back(end());
   for (std::size_t row = 0; row < upper.size(); ++row) {
-    factors.column.insert(factors.column.end(), lower[row].begin(), lower[row].end());
-    factors.diagonal.push_back(static_cast<index_t>(factors.column.size()));
+    factors.diagonal.push_back(end());
     factors.column.push_back(static_cast<index_t>(row));
     factors.column.insert(factors.column.end(), upper[row].begin(), upper[row].end());
-    factors.rowStart.push_back(static_cast<index_t>(factors.column.size()));
   }
+  factors.diagonal.push_back(end());
 }
 
 void findTargets(const JacobianPattern& pattern, const std::vector<index_t>& rowOf, FactorPattern& factors) {
   factors.target.resize(pattern.nBlocks());
   const auto begin = factors.column.begin();
   for (std::size_t cell = 0; cell < pattern.nCells; ++cell) {
-    const auto first = begin + factors.rowStart[rowOf[cell]];
-    const auto last = begin + factors.rowStart[rowOf[cell] + 1];
-    for (index_t p = pattern.rowStart[cell]; p < pattern.rowStart[cell + 1]; ++p)
+    const index_t row = rowOf[cell];
+    for (index_t p = pattern.rowStart[cell]; p < pattern.rowStart[cell + 1]; ++p) {
+      const index_t column = rowOf[pattern.column[p]];
+      const auto& start = column < row ? factors.lowerStart : factors.diagonal;
       factors.target[p] =
-          static_cast<index_t>(std::lower_bound(first, last, rowOf[pattern.column[p]]) - begin);
+          static_cast<index_t>(std::lower_bound(begin + start[row], begin + start[row + 1], column) - begin);
+    }
   }
+}
+
+/// Columns behind the diagonal of each row without any fill, in the order of the cells.
+Rows ownColumns(const JacobianPattern& pattern) {
+  Rows upper(pattern.nCells);
+  for (std::size_t row = 0; row < pattern.nCells; ++row)
+    upper[row].assign(pattern.column.begin() + pattern.diagonal[row] + 1,
+                      pattern.column.begin() + pattern.rowStart[row + 1]);
+  return upper;
 }
 
 }  // namespace
@@ -77,11 +92,9 @@ void findTargets(const JacobianPattern& pattern, const std::vector<index_t>& row
 void FactorPattern::findTwins() {
   isTwin.assign(nRows(), 0);
   for (std::size_t row = 0; row + 1 < nRows(); ++row) {
-    const auto own = column.begin() + diagonal[row] + 1;
-    const auto end = column.begin() + rowStart[row + 1];
     const auto next = column.begin() + diagonal[row + 1];
-    const auto nextEnd = column.begin() + rowStart[row + 2];
-    isTwin[row] = std::equal(own, end, next, nextEnd) ? 1 : 0;
+    const auto nextEnd = column.begin() + diagonal[row + 2];
+    isTwin[row] = std::equal(column.begin() + diagonal[row] + 1, next, next, nextEnd) ? 1 : 0;
   }
 }
 
@@ -89,11 +102,8 @@ FactorPattern FactorPattern::incomplete(const JacobianPattern& pattern) {
   FactorPattern factors;
   factors.cell.resize(pattern.nCells);
   std::iota(factors.cell.begin(), factors.cell.end(), index_t{0});
-  factors.rowStart = pattern.rowStart;
-  factors.column = pattern.column;
-  factors.diagonal = pattern.diagonal;
-  factors.target.resize(pattern.nBlocks());
-  std::iota(factors.target.begin(), factors.target.end(), index_t{0});
+  layOut(ownColumns(pattern), factors);
+  findTargets(pattern, factors.cell, factors);
   factors.isTwin.assign(factors.nRows(), 0);
   return factors;
 }

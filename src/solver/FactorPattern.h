@@ -8,15 +8,18 @@
 namespace VELMORA_SOLVER {
 
 /// Which blocks the factors of a Newton matrix have, row by row in the order of elimination, the columns of a
-/// row, in the same order, ascending.
+/// row, in the same order, ascending. First come the blocks left of the diagonal of all rows, then those on
+/// it and right of it: the passes of a solution each go through half of them from end to end.
 struct FactorPattern {
   using index_t = JacobianPattern::index_t;
 
-  std::vector<index_t> cell;      ///< of each row
-  std::vector<index_t> rowStart;  ///< first block of each row, with the number of blocks at the end
-  std::vector<index_t> column;    ///< of each block
-  std::vector<index_t> diagonal;  ///< block of each row in its own column
-  std::vector<index_t> target;    ///< of each block of the Jacobian: its place among these blocks
+  std::vector<index_t> cell;  ///< of each row
+  std::vector<index_t>
+      lowerStart;  ///< first block of each row left of the diagonal, with their number at the end
+  std::vector<index_t>
+      diagonal;                 ///< block of each row in its own column, with the number of blocks at the end
+  std::vector<index_t> column;  ///< of each block
+  std::vector<index_t> target;  ///< of each block of the Jacobian: its place among these blocks
   /// Of each row: its columns behind the diagonal are the next row and all columns of that behind its own
   /// diagonal, as in a line of cells that comes last. (Bytes, since they are read in the elimination.)
   std::vector<std::uint8_t> isTwin;

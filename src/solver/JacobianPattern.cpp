@@ -64,7 +64,7 @@ bool isLattice(const std::vector<JacobianPattern::Place>& places,
 
 JacobianPattern JacobianPattern::of(std::size_t nCells, std::size_t blockSize,
                                     const std::vector<std::pair<index_t, index_t>>& pairs,
-                                    std::vector<Place> places) {
+                                    const std::vector<Place>& places) {
   std::vector<std::vector<index_t>> rows(nCells);
   for (std::size_t cell = 0; cell < nCells; ++cell) rows[cell].push_back(count(cell));
   JacobianPattern pattern;
@@ -95,7 +95,6 @@ JacobianPattern JacobianPattern::of(std::size_t nCells, std::size_t blockSize,
       pattern.mirror[p] = next[pattern.column[p]]++;
   const bool lattice = !pattern.isChain && isLattice(places, pairs);
   pattern.groups = lattice ? latticeGroups(places) : independentGroups(pattern);
-  pattern.place = std::move(places);
   return pattern;
 }
 

@@ -24,7 +24,6 @@ struct JacobianPattern {
   std::vector<index_t> mirror;    ///< of the block (r, c) the block (c, r)
   std::vector<std::vector<index_t>> groups;  ///< cells that act on no common rate, together all cells
   std::vector<double> volume;                ///< of each cell [m3], 1 unless set
-  std::vector<Place> place;                  ///< of each cell, empty if it is not known
   bool isChain = false;                      ///< every cell acts on the ones before and behind it only
 
   std::size_t nBlocks() const { return column.size(); }
@@ -34,7 +33,7 @@ struct JacobianPattern {
   /// @param places of the cells in the grid, empty if they are not known
   static JacobianPattern of(std::size_t nCells, std::size_t blockSize,
                             const std::vector<std::pair<index_t, index_t>>& pairs,
-                            std::vector<Place> places = {});
+                            const std::vector<Place>& places = {});
 };
 
 }  // namespace VELMORA_SOLVER
