@@ -16,12 +16,13 @@ BlockJacobian::BlockJacobian(const JacobianPattern& pattern)
       increment_(pattern.nUnknowns()) {}
 
 int BlockJacobian::evaluate(const Rates& rates, const double* y, const double* f, const double* errorWeights,
-                            double smallest) {
+                            double smallest, const Turner& turn) {
   const double root = std::sqrt(std::numeric_limits<double>::epsilon());
   for (std::size_t i = 0; i < y_.size(); ++i) {
     y_[i] = y[i];
     increment_[i] = std::max(root * std::fabs(y[i]), smallest / errorWeights[i]);
   }
+  if (turn) turn(increment_);
   const std::size_t n = pattern_.blockSize;
   for (const std::vector<index_t>& group : pattern_.groups)
     for (std::size_t equation = 0; equation < n; ++equation) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <vector>
 
 #include "solver/JacobianPattern.h"
@@ -12,17 +13,19 @@ class BlockJacobian {
  public:
   /// Rates at a state. 0 on success, any other code ends the evaluation.
   using Rates = std::function<int(const double* y, double* ydot)>;
+  /// Changes the sign of increments that would reach across a jump of the rates.
+  using Turner = std::function<void(std::span<double> increments)>;
 
   explicit BlockJacobian(const JacobianPattern& pattern);
 
-  /// Forward difference quotients at the state `y` with its rates `f`, all arrays of the length of the
+  /// One-sided difference quotients at the state `y` with its rates `f`, all arrays of the length of the
   /// system. Cells that act on no common rate are perturbed together, one equation at a time, so the number
   /// of evaluations is the number of such groups times that of the equations, whatever the size of the grid.
   /// The increments are those of the integrator's own quotients: the square root of the machine precision
-  /// times the value, and at least `smallest` times the error weight's reciprocal.
+  /// times the value, and at least `smallest` times the error weight's reciprocal, forward unless turned.
   /// @return 0, or the code of an evaluation that failed
   int evaluate(const Rates& rates, const double* y, const double* f, const double* errorWeights,
-               double smallest);
+               double smallest, const Turner& turn = {});
 
   /// product = J v
   void multiply(const double* v, double* product) const;

@@ -31,10 +31,11 @@ NewtonMatrix::Factors factorsOf(BlockMethod method) {
 /// integrator's functions find this object in the content of either.
 class BlockSolver : public LinearSolver {
  public:
-  BlockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates)
+  BlockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates, IncrementTurner turnIncrements)
       : matrix_(std::move(pattern), factorsOf(method)),
         isKrylov_(method == BlockMethod::KRYLOV),
-        rates_(std::move(rates)) {}
+        rates_(std::move(rates)),
+        turnIncrements_(std::move(turnIncrements)) {}
   ~BlockSolver() override {
     if (krylov_ != nullptr) SUNLinSolFree(krylov_);
     if (sunSolver_ != nullptr) SUNLinSolFreeEmpty(sunSolver_);
@@ -107,7 +108,7 @@ class BlockSolver : public LinearSolver {
                                               static_cast<double>(NV_LENGTH_S(y)) * norm;
     return matrix_.jacobian.evaluate(
         [this, t](const double* state, double* rates) { return rates_(t, state, rates); }, NV_DATA_S(y),
-        NV_DATA_S(fy), NV_DATA_S(errorWeights_), smallest);
+        NV_DATA_S(fy), NV_DATA_S(errorWeights_), smallest, turnIncrements_);
   }
 
   int factorise() noexcept {
@@ -132,6 +133,7 @@ class BlockSolver : public LinearSolver {
   NewtonMatrix matrix_;
   bool isKrylov_;
   GuardedRates rates_;
+  IncrementTurner turnIncrements_;
   double gamma_ = 0.0;
   void* cvode_ = nullptr;
   N_Vector errorWeights_ = nullptr;
@@ -142,8 +144,10 @@ class BlockSolver : public LinearSolver {
 
 }  // namespace
 
-std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates) {
-  return std::make_unique<BlockSolver>(std::move(pattern), method, std::move(rates));
+std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates,
+                                          IncrementTurner turnIncrements) {
+  return std::make_unique<BlockSolver>(std::move(pattern), method, std::move(rates),
+                                       std::move(turnIncrements));
 }
 
 }  // namespace VELMORA_SOLVER

@@ -92,9 +92,10 @@ int Integrator::attachBandSolver(long mu) {
 
 int Integrator::attachBlockSolver(JacobianPattern pattern, BlockMethod method) {
   try {
-    linearSolver_ = blockSolver(std::move(pattern), method, [this](double t, const double* y, double* ydot) {
-      return evaluate(t, y, ydot);
-    });
+    linearSolver_ = blockSolver(
+        std::move(pattern), method,
+        [this](double t, const double* y, double* ydot) { return evaluate(t, y, ydot); },
+        [this](std::span<double> increments) { system_->turnIncrements(increments); });
   } catch (const std::bad_alloc&) {
     return -4;
   }

@@ -23,6 +23,10 @@ class OdeSystem {
   /// @param ydot derivative [unit of y per s], written on success
   /// @return 0 on success, a positive code where a smaller step may help
   virtual int calculate(double t, const double* y, double* ydot) = 0;
+
+  /// Changes the sign of those increments of difference quotients [units of y] that would reach across a jump
+  /// of the rates from the state of the last `calculate`. Must not throw.
+  virtual void turnIncrements(std::span<double> /*increments*/) const {}
 };
 
 /// Limits and switches of the integrator.

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 
 #include "solver/JacobianPattern.h"
 
@@ -12,6 +13,9 @@ namespace VELMORA_SOLVER {
 
 /// Rates at time t [s] and a state; 0 on success. It never throws.
 using GuardedRates = std::function<int(double t, const double* y, double* ydot)>;
+
+/// Turns increments away from jumps of the rates, see `OdeSystem::turnIncrements`. It never throws.
+using IncrementTurner = std::function<void(std::span<double> increments)>;
 
 /// Solves the linear equations of the integrator's Newton iteration.
 class LinearSolver {
@@ -37,6 +41,7 @@ enum class BlockMethod {
 
 /// Solvers on the blocks of neighbouring cells.
 /// @throws std::bad_alloc
-std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates);
+std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates,
+                                          IncrementTurner turnIncrements);
 
 }  // namespace VELMORA_SOLVER

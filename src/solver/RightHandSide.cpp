@@ -1,8 +1,11 @@
 #include "solver/RightHandSide.h"
 
+#include <cmath>
+
 #include "foundation/Exception.h"
 #include "foundation/FormatString.h"
 #include "foundation/Message.h"
+#include "foundation/PhysicalConstants.h"
 
 namespace VELMORA_SOLVER {
 
@@ -96,6 +99,23 @@ int RightHandSide::calculate(double t, const double* y, double* ydot) {
     divergence(records.moistureFlux, records.moistureSource, position++, ydot);
   if (pollutant_) pollutantRates(position, ydot);
   return 0;
+}
+
+void RightHandSide::turnIncrements(std::span<double> increments) const {
+  constexpr double NEAR = 0.01;  // [K], far more than any increment
+  if (!settings_.equations.has(BE_ENERGY)) return;
+  const bool moisture = settings_.equations.has(BE_MOISTURE);
+  const std::size_t nEquations = index(settings_.equations.nEquationsPerElement);
+  for (std::size_t e = 0; e < data_.elements.size(); ++e) {
+    const double above = state.T[e] - TKL::T_FREEZE;
+    if (std::fabs(above) > NEAR) continue;
+    double* const increment = increments.data() + e * nEquations;
+    // energy warms; water that shares the energy cools, unless there is none to be taken away
+    if (above < 0.0)
+      increment[0] = -increment[0];
+    else if (moisture && increment[1] < state.mw[e])
+      increment[1] = -increment[1];
+  }
 }
 
 int RightHandSide::calculateFluxesAndSources(double t, const double* y) {

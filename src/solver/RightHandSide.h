@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "models/FieldModels.h"
@@ -46,6 +47,11 @@ class RightHandSide : public OdeSystem {
 
   /// Derivatives at time t [s]. 0, or a positive code when the state cannot be decomposed (then ydot stays).
   int calculate(double t, const double* y, double* ydot) override;
+
+  /// Turns the increments of elements that are about to cross the freezing point, where the saturation
+  /// pressure jumps by 0.2 %: a quotient across it is a thousand times the derivative, and a Newton iteration
+  /// with it would end at any state.
+  void turnIncrements(std::span<double> increments) const override;
 
   /// All quantities and fluxes of a state at time t [s], without the derivatives. Same code as `calculate`.
   int calculateFluxesAndSources(double t, const double* y);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,7 @@ class VelmoraCvodeSolver : public OdeSystem {
 
   /// What the integrator integrates: the right-hand side, and at high verbosity a line for each evaluation.
   int calculate(double time, const double* y, double* ydot) override;
+  void turnIncrements(std::span<double> increments) const override { rhs_->turnIncrements(increments); }
 
   /// Frees all that `init` has built.
   void clear();

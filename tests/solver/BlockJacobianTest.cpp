@@ -67,6 +67,24 @@ TEST(BlockJacobian, stateOfZero_isPerturbedByTheSmallestIncrement) {
   EXPECT_NEAR(rates.jacobian.block(0)[0], rates.A.at(0, 0), 1e-14);
 }
 
+// y' = -3 y, and 1 less from y = 2 on
+TEST(BlockJacobian, turnedIncrement_keepsTheQuotientOnItsSideOfAJump) {
+  const JacobianPattern pattern = gridPattern(1, 1, 1);
+  const auto rates = [](const double* y, double* ydot) {
+    ydot[0] = -3.0 * y[0] - (y[0] >= 2.0 ? 1.0 : 0.0);
+    return 0;
+  };
+  const double y = 2.0 - 1e-9, weight = 1.0;
+  double f = 0.0;
+  rates(&y, &f);
+  BlockJacobian jacobian(pattern);
+  ASSERT_EQ(jacobian.evaluate(rates, &y, &f, &weight, 0.0), 0);
+  EXPECT_LT(jacobian.block(0)[0], -1e7);
+  const auto turn = [](std::span<double> increments) { increments[0] = -increments[0]; };
+  ASSERT_EQ(jacobian.evaluate(rates, &y, &f, &weight, 0.0, turn), 0);
+  EXPECT_NEAR(jacobian.block(0)[0], -3.0, 1e-6);
+}
+
 TEST(BlockJacobian, failedEvaluation_endsWithItsCode) {
   LinearRates rates(gridPattern(4, 4, 2));
   rates.failAt = 3;

@@ -91,6 +91,47 @@ TEST_F(CoupledRatesTest, state_isEnergyBeforeMoistureElementByElement) {
   EXPECT_NEAR(s.RH[1], 0.2, 1e-12);
 }
 
+TEST_F(CoupledRatesTest, incrementsAtTheFreezingPoint_leadAwayFromIt) {
+  build();
+  const auto turned = [&](double T, double mw) {
+    y[0] = energy(T, mw), y[1] = mw;
+    EXPECT_EQ(calculate(), 0);
+    std::vector<double> increments = {1.0, 2.0, 3.0, 4.0};
+    rhs->turnIncrements(increments);
+    EXPECT_EQ(increments[2], 3.0);  // the other element is warm
+    EXPECT_EQ(increments[3], 4.0);
+    return std::pair(increments[0], increments[1]);
+  };
+  EXPECT_EQ(turned(273.149999, MOIST), std::pair(-1.0, 2.0));
+  EXPECT_EQ(turned(273.150001, MOIST), std::pair(1.0, -2.0));
+  EXPECT_EQ(turned(273.150001, 1.9), std::pair(1.0, 2.0));  // less water than the increment
+  EXPECT_EQ(turned(272.15, MOIST), std::pair(1.0, 2.0));
+  EXPECT_EQ(turned(274.15, MOIST), std::pair(1.0, 2.0));
+}
+
+// The saturation pressure jumps by 0.2 % there, while it rises by 7 % in a kelvin.
+TEST_F(CoupledRatesTest, quotientsAtTheFreezingPoint_areThoseBesideIt) {
+  build();
+  const auto quotient = [&](double T, bool turning, std::size_t unknown) {
+    const std::vector<double> start = {energy(T, MOIST), MOIST, energy(T, DRYER), DRYER};
+    y = start;
+    EXPECT_EQ(calculate(), 0);
+    const double before = ydot[1];
+    std::vector<double> increments = start;
+    for (double& increment : increments) increment *= 1e-7;
+    if (turning) rhs->turnIncrements(increments);
+    y[unknown] += increments[unknown];
+    EXPECT_EQ(calculate(), 0);
+    return (ydot[1] - before) / increments[unknown];
+  };
+  constexpr double FREEZING = 273.15;
+  const double below = FREEZING - 1e-7, above = FREEZING + 1e-7;
+  EXPECT_NEAR(quotient(below, true, 0) / quotient(FREEZING - 0.1, false, 0), 1.0, 0.05);
+  EXPECT_GT(std::fabs(quotient(below, false, 0) / quotient(FREEZING - 0.1, false, 0)), 100.0);
+  EXPECT_NEAR(quotient(above, true, 1) / quotient(FREEZING + 0.1, false, 1), 1.0, 0.05);
+  EXPECT_GT(std::fabs(quotient(above, false, 1) / quotient(FREEZING + 0.1, false, 1)), 5.0);
+}
+
 TEST_F(CoupledRatesTest, rates_areTheDivergenceOfBothFluxes) {
   build();
   ASSERT_EQ(calculate(), 0);
