@@ -31,11 +31,11 @@ NewtonMatrix::Factors factorsOf(BlockMethod method) {
 /// integrator's functions find this object in the content of either.
 class BlockSolver : public LinearSolver {
  public:
-  BlockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates, IncrementTurner turnIncrements)
+  BlockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates, BlockJacobian::Turner turn)
       : matrix_(std::move(pattern), factorsOf(method)),
         isKrylov_(method == BlockMethod::KRYLOV),
         rates_(std::move(rates)),
-        turnIncrements_(std::move(turnIncrements)) {}
+        turn_(std::move(turn)) {}
   ~BlockSolver() override {
     if (krylov_ != nullptr) SUNLinSolFree(krylov_);
     if (sunSolver_ != nullptr) SUNLinSolFreeEmpty(sunSolver_);
@@ -108,7 +108,7 @@ class BlockSolver : public LinearSolver {
                                               static_cast<double>(NV_LENGTH_S(y)) * norm;
     return matrix_.jacobian.evaluate(
         [this, t](const double* state, double* rates) { return rates_(t, state, rates); }, NV_DATA_S(y),
-        NV_DATA_S(fy), NV_DATA_S(errorWeights_), smallest, turnIncrements_);
+        NV_DATA_S(fy), NV_DATA_S(errorWeights_), smallest, turn_);
   }
 
   int factorise() noexcept {
@@ -133,7 +133,7 @@ class BlockSolver : public LinearSolver {
   NewtonMatrix matrix_;
   bool isKrylov_;
   GuardedRates rates_;
-  IncrementTurner turnIncrements_;
+  BlockJacobian::Turner turn_;
   double gamma_ = 0.0;
   void* cvode_ = nullptr;
   N_Vector errorWeights_ = nullptr;
@@ -145,9 +145,8 @@ class BlockSolver : public LinearSolver {
 }  // namespace
 
 std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates,
-                                          IncrementTurner turnIncrements) {
-  return std::make_unique<BlockSolver>(std::move(pattern), method, std::move(rates),
-                                       std::move(turnIncrements));
+                                          BlockJacobian::Turner turn) {
+  return std::make_unique<BlockSolver>(std::move(pattern), method, std::move(rates), std::move(turn));
 }
 
 }  // namespace VELMORA_SOLVER

@@ -2,6 +2,7 @@
 
 #include <amd.h>
 
+#include <new>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@ std::vector<index_t> minimumDegreeOrder(const JacobianPattern& pattern) {
   std::vector<int> order(pattern.nCells);
   const int status = amd_order(static_cast<int>(pattern.nCells), rowStart.data(), column.data(), order.data(),
                                nullptr, nullptr);
+  if (status == AMD_OUT_OF_MEMORY) throw std::bad_alloc();
   if (status != AMD_OK) throw std::runtime_error(std::string(FUNC_ID) + " The cells cannot be ordered.");
   return {order.begin(), order.end()};
 }

@@ -13,15 +13,13 @@ namespace VELMORA_SOLVER {
 struct FactorPattern {
   using index_t = JacobianPattern::index_t;
 
-  std::vector<index_t> cell;  ///< of each row
-  std::vector<index_t>
-      lowerStart;  ///< first block of each row left of the diagonal, with their number at the end
-  std::vector<index_t>
-      diagonal;                 ///< block of each row in its own column, with the number of blocks at the end
-  std::vector<index_t> column;  ///< of each block
-  std::vector<index_t> target;  ///< of each block of the Jacobian: its place among these blocks
+  std::vector<index_t> cell;        ///< of each row
+  std::vector<index_t> lowerStart;  ///< first block of each row left of the diagonal, at the end their number
+  std::vector<index_t> diagonal;    ///< block of each row in its own column, at the end the number of blocks
+  std::vector<index_t> column;      ///< of each block
+  std::vector<index_t> target;      ///< of each block of the Jacobian: its place among these blocks
   /// Of each row: its columns behind the diagonal are the next row and all columns of that behind its own
-  /// diagonal, as in a line of cells that comes last. (Bytes, since they are read in the elimination.)
+  /// diagonal, as in cells that come last. (Bytes, since they are read in the elimination.)
   std::vector<std::uint8_t> isTwin;
   bool isComplete = false;  ///< all fill is there, the factors are exact
 

@@ -5,17 +5,13 @@
 
 #include <functional>
 #include <memory>
-#include <span>
 
-#include "solver/JacobianPattern.h"
+#include "solver/BlockJacobian.h"
 
 namespace VELMORA_SOLVER {
 
 /// Rates at time t [s] and a state; 0 on success. It never throws.
 using GuardedRates = std::function<int(double t, const double* y, double* ydot)>;
-
-/// Turns increments away from jumps of the rates, see `OdeSystem::turnIncrements`. It never throws.
-using IncrementTurner = std::function<void(std::span<double> increments)>;
 
 /// Solves the linear equations of the integrator's Newton iteration.
 class LinearSolver {
@@ -40,8 +36,9 @@ enum class BlockMethod {
 };
 
 /// Solvers on the blocks of neighbouring cells.
+/// @param turn  never throws, see `OdeSystem::turnIncrements`
 /// @throws std::bad_alloc
 std::unique_ptr<LinearSolver> blockSolver(JacobianPattern pattern, BlockMethod method, GuardedRates rates,
-                                          IncrementTurner turnIncrements);
+                                          BlockJacobian::Turner turn);
 
 }  // namespace VELMORA_SOLVER

@@ -28,8 +28,8 @@ JacobianPattern jacobianPattern(const VELMORA::CalculationData& data, int nEquat
   for (const VELMORA::Element& e : data.elements)
     places.push_back(
         {static_cast<JacobianPattern::index_t>(e.i), static_cast<JacobianPattern::index_t>(e.j)});
-  JacobianPattern pattern = JacobianPattern::of(data.elements.size(), static_cast<std::size_t>(nEquations),
-                                                pairs, std::move(places));
+  JacobianPattern pattern =
+      JacobianPattern::of(data.elements.size(), static_cast<std::size_t>(nEquations), pairs, places);
   for (std::size_t e = 0; e < data.elements.size(); ++e) pattern.volume[e] = data.elements[e].volume;
   return pattern;
 }

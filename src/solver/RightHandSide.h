@@ -49,8 +49,8 @@ class RightHandSide : public OdeSystem {
   int calculate(double t, const double* y, double* ydot) override;
 
   /// Turns the increments of elements that are about to cross the freezing point, where the saturation
-  /// pressure jumps by 0.2 %: a quotient across it is a thousand times the derivative, and a Newton iteration
-  /// with it would end at any state.
+  /// pressure jumps by 0.2 %: a quotient across it is some hundred times the derivative, and a Newton
+  /// iteration with it would end at any state.
   void turnIncrements(std::span<double> increments) const override;
 
   /// All quantities and fluxes of a state at time t [s], without the derivatives. Same code as `calculate`.
