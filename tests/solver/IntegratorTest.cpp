@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <functional>
+#include <span>
 #include <stdexcept>
 
 #include "foundation/Exception.h"
@@ -28,7 +29,7 @@ class FunctionSystem : public OdeSystem {
 /// An integrator of one unknown that starts at y = `start` and is ready to step.
 class IntegratorTest : public ::testing::Test {
  protected:
-  void begin(FunctionSystem& system, double start, double t = 0.0) {
+  void begin(OdeSystem& system, double start, double t = 0.0) {
     ASSERT_TRUE(integrator.createVectors(1));
     ASSERT_TRUE(integrator.createAbsoluteTolerances());
     integrator.state()[0] = start;
@@ -48,6 +49,17 @@ int decay(double /*t*/, const double* y, double* ydot) {
   return 0;
 }
 
+/// y' = -y, whose increments are to be turned.
+class TurnedDecay : public OdeSystem {
+ public:
+  int calculate(double t, const double* y, double* ydot) override { return decay(t, y, ydot); }
+  void turnIncrements(std::span<double> increments) const override {
+    ++turns;
+    EXPECT_EQ(increments.size(), 1U);
+  }
+  mutable int turns = 0;
+};
+
 int constantRate(double /*t*/, const double* /*y*/, double* ydot) {
   ydot[0] = 1.0;
   return 0;
@@ -62,6 +74,26 @@ TEST_F(IntegratorTest, decay_followsTheExponential) {
   while (t < 1.0) ASSERT_GE(integrator.step(1.0, t), 0);
   ASSERT_EQ(integrator.interpolate(1.0), 0);
   EXPECT_NEAR(integrator.interpolated()[0], 2.0 * std::exp(-1.0), 1e-5);
+}
+
+// a jump of the rates beside the state would spoil quotients across it
+TEST_F(IntegratorTest, blockSolvers_letTheSystemTurnTheirIncrements) {
+  for (const BlockMethod method : {BlockMethod::BLOCK, BlockMethod::KRYLOV, BlockMethod::SPARSE}) {
+    TurnedDecay system;
+    begin(system, 2.0);
+    ASSERT_EQ(integrator.attachBlockSolver(JacobianPattern::of(1, 1, {}), method), 0);
+    double t = 0.0;
+    ASSERT_GE(integrator.step(1.0, t), 0);
+    EXPECT_GT(system.turns, 0);
+  }
+}
+
+TEST_F(IntegratorTest, bandSolver_keepsTheQuotientsOfTheIntegrator) {
+  TurnedDecay system;
+  begin(system, 2.0);
+  double t = 0.0;
+  ASSERT_GE(integrator.step(1.0, t), 0);
+  EXPECT_EQ(system.turns, 0);
 }
 
 TEST_F(IntegratorTest, exactStart_hasAFractionOfTheErrorOfAnotherStart) {

@@ -240,6 +240,17 @@ TEST_F(TimeLoopTest, abort_keepsTheStateReached) {
   EXPECT_NEAR(restartTime(), solver.t, 0.0005);
 }
 
+TEST_F(TimeLoopTest, incrementsOfQuotients_leadAwayFromTheFreezingPoint) {
+  init();
+  constexpr double CAPACITY = 1e6;  // [J/m3K]
+  const double state[] = {CAPACITY * 273.149999, CAPACITY * 300.0};
+  double rates[2];
+  ASSERT_EQ(solver.calculate(0.0, state, rates), 0);
+  std::vector<double> increments = {1.0, 1.0};
+  solver.turnIncrements(increments);
+  EXPECT_EQ(increments, (std::vector<double>{-1.0, 1.0}));
+}
+
 TEST_F(TimeLoopTest, restart_continuesWithoutAStartOutput) {
   text.settings = "MAX_DT = 1 min\n";
   init();
